@@ -1,0 +1,55 @@
+// Sixteen bytes at a step in plain C++: the definition of what every faster Block16 answers.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "Source/Base/ByteRange.h"
+
+namespace Lum::Plain {
+
+class Block16 {
+public:
+    static Block16 Load(const char* from) noexcept {
+        Block16 block;
+        std::memcpy(block.m_Bytes.data(), from, block.m_Bytes.size());
+        return block;
+    }
+    void Store(char* to) const noexcept { std::memcpy(to, m_Bytes.data(), m_Bytes.size()); }
+
+    /// Bit i tells whether byte i equals `c`.
+    [[nodiscard]] std::uint32_t Equals(char c) const noexcept {
+        return InRange(static_cast<unsigned char>(c), static_cast<unsigned char>(c));
+    }
+    /// Bit i tells whether byte i equals one of `Wanted`.
+    template <char... Wanted>
+    [[nodiscard]] std::uint32_t EqualsAny() const noexcept {
+        return (Equals(Wanted) | ...);
+    }
+    /// Bit i tells whether byte i, taken unsigned, lies in [low, high]; `low` <= `high`.
+    [[nodiscard]] std::uint32_t InRange(unsigned char low, unsigned char high) const noexcept {
+        std::uint32_t bits = 0;
+        for (std::size_t i = 0; i < m_Bytes.size(); ++i) {
+            bits |= static_cast<std::uint32_t>(m_Bytes[i] >= low && m_Bytes[i] <= high) << i;
+        }
+        return bits;
+    }
+    /// Bit i tells whether byte i lies in one of `ranges`.
+    template <std::size_t N>
+    [[nodiscard]] std::uint32_t InAnyRange(const std::array<ByteRange, N>& ranges) const noexcept {
+        std::uint32_t bits = 0;
+        for (const ByteRange range : ranges) {
+            bits |= InRange(range.low, range.high);
+        }
+        return bits;
+    }
+    /// Bit i tells whether byte i is an ASCII letter.
+    [[nodiscard]] std::uint32_t Letters() const noexcept { return InRange('A', 'Z') | InRange('a', 'z'); }
+
+private:
+    std::array<unsigned char, 16> m_Bytes;
+};
+
+}  // namespace Lum::Plain

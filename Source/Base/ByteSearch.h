@@ -1,0 +1,58 @@
+// Finds a byte in a text sixteen bytes at a step, in both directions.
+//
+// The last block overlaps the one before it, so that nothing outside the text is read; texts below
+// sixteen bytes are searched byte by byte.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <string_view>
+
+#include "Source/Base/Block16.h"
+
+namespace Lum {
+
+/// The place of the first `wanted` in `text`, or npos.
+template <class Block = Block16>
+std::size_t FindFirst(std::string_view text, char wanted) noexcept {
+    constexpr std::size_t step = 16;
+    const std::size_t size = text.size();
+    if (size < step) {
+        for (std::size_t i = 0; i < size; ++i) {
+            if (text[i] == wanted) {
+                return i;
+            }
+        }
+        return std::string_view::npos;
+    }
+    for (std::size_t i = 0; i < size; i += step) {
+        const std::size_t at = i + step <= size ? i : size - step;
+        if (const auto bits = Block::Load(text.data() + at).Equals(wanted); bits != 0) {
+            return at + static_cast<std::size_t>(std::countr_zero(bits));
+        }
+    }
+    return std::string_view::npos;
+}
+
+/// The place of the last `wanted` in `text`, or npos.
+template <class Block = Block16>
+std::size_t FindLast(std::string_view text, char wanted) noexcept {
+    constexpr std::size_t step = 16;
+    if (text.size() < step) {
+        for (std::size_t i = text.size(); i > 0; --i) {
+            if (text[i - 1] == wanted) {
+                return i - 1;
+            }
+        }
+        return std::string_view::npos;
+    }
+    for (std::size_t end = text.size(); end > 0; end = end > step ? end - step : 0) {
+        const std::size_t at = end > step ? end - step : 0;
+        if (const auto bits = Block::Load(text.data() + at).Equals(wanted); bits != 0) {
+            return at + static_cast<std::size_t>(std::bit_width(bits)) - 1;
+        }
+    }
+    return std::string_view::npos;
+}
+
+}  // namespace Lum

@@ -1,0 +1,248 @@
+// Escaping and unescaping in blocks of sixteen bytes, and the operations of Lum::URI over them.
+//
+// Output is collected on the stack and handed over in one piece, so that a short result costs one
+// allocation of its exact size. A block that holds nothing to change is copied whole; the rest goes
+// through a table (escaping) or from "%" to "%" (unescaping).
+#include "Source/URI/Escaping.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <utility>
+
+#include <Lum/URI.h>
+
+#include "Source/Base/Ascii.h"
+#include "Source/Base/Block16.h"
+#include "Source/Base/ByteSearch.h"
+#include "Source/URI/HexEscape.h"
+#include "Source/URI/HostText.h"
+
+namespace Lum {
+namespace {
+
+constexpr std::size_t kStep = 16;
+constexpr std::uint32_t kWholeBlock = 0xFFFF;
+
+/// Collects a text of unknown length on the stack, in pieces of at most kPiece bytes at a time.
+class Collector {
+public:
+    static constexpr std::size_t kPiece = 3 * kStep;
+
+    explicit Collector(std::string_view start) {
+        if (start.size() <= kCapacity) {
+            std::memcpy(m_Buffer.data(), start.data(), start.size());
+            m_Used = start.size();
+        } else {
+            m_Result = start;
+        }
+    }
+
+    /// Where the next piece goes; kPiece bytes and a block's overhang may be written there.
+    char* Room(std::size_t expectedRest) {
+        if (m_Used > kCapacity) {
+            m_Result.reserve(m_Result.size() + m_Used + expectedRest);
+            m_Result.append(m_Buffer.data(), m_Used);
+            m_Used = 0;
+        }
+        return m_Buffer.data() + m_Used;
+    }
+    void Took(std::size_t size) noexcept { m_Used += size; }
+
+    std::string Take() && {
+        if (m_Result.empty()) {
+            return {m_Buffer.data(), m_Used};
+        }
+        m_Result.append(m_Buffer.data(), m_Used);
+        return std::move(m_Result);
+    }
+
+private:
+    static constexpr std::size_t kCapacity = 1024;
+    std::array<char, kCapacity + kPiece + kStep> m_Buffer;
+    std::size_t m_Used = 0;
+    std::string m_Result;
+};
+
+/// The place of the first member of `set`, or the size of `text`.
+std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
+    std::size_t i = 0;
+    for (; i + kStep <= text.size(); i += kStep) {
+        std::uint32_t unsure = ~Block16::Load(text.data() + i).InAnyRange(set.KeptRanges()) & kWholeBlock;
+        for (; unsure != 0; unsure &= unsure - 1) {
+            const std::size_t at = i + static_cast<std::size_t>(std::countr_zero(unsure));
+            if (set.Contains(text[at])) {
+                return at;
+            }
+        }
+    }
+    while (i < text.size() && !set.Contains(text[i])) {
+        ++i;
+    }
+    return i;
+}
+
+/// Writes what `c` becomes to `to` (four bytes may be written) and returns the end of it.
+char* EscapeByte(char c, const EscapeSet& set, char* to) noexcept {
+    const EscapeSet::Output output = set.OutputFor(c);
+    std::memcpy(to, output.data(), output.size());
+    return to + output.back();
+}
+
+/// Escapes `text`, whose first `clean` bytes need none.
+std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet& set) {
+    Collector out(text.substr(0, clean));
+    const char* from = text.data() + clean;
+    const char* const end = text.data() + text.size();
+    while (static_cast<std::size_t>(end - from) >= kStep) {
+        char* const room = out.Room(static_cast<std::size_t>(end - from));
+        const Block16 block = Block16::Load(from);
+        if (block.InAnyRange(set.KeptRanges()) == kWholeBlock) {
+            block.Store(room);
+            out.Took(kStep);
+        } else {
+            char* to = room;
+            for (std::size_t i = 0; i < kStep; ++i) {
+                to = EscapeByte(from[i], set, to);
+            }
+            out.Took(static_cast<std::size_t>(to - room));
+        }
+        from += kStep;
+    }
+    char* const room = out.Room(static_cast<std::size_t>(end - from));
+    char* to = room;
+    while (from != end) {
+        to = EscapeByte(*from++, set, to);
+    }
+    out.Took(static_cast<std::size_t>(to - room));
+    return std::move(out).Take();
+}
+
+}  // namespace
+
+std::string FastEscapeChars(std::string_view text, const EscapeSet& set) {
+    const std::size_t clean = FindMember(text, set);
+    return clean == text.size() ? std::string(text) : EscapeFrom(text, clean, set);
+}
+
+std::string FastEscapeChars(std::string&& text, const EscapeSet& set) {
+    const std::size_t clean = FindMember(text, set);
+    return clean == text.size() ? std::move(text) : EscapeFrom(text, clean, set);
+}
+
+namespace {
+
+/// Decodes the escapes of `text` in place, the first "%" of which stands at `first`. Works because
+/// what is written never overtakes what is read.
+template <bool HighBytesOnly>
+void UnescapeInPlace(std::string& text, std::size_t first) {
+    const char* const from = text.data();
+    const std::size_t size = text.size();
+    char* to = text.data() + first;
+    std::size_t at = first;
+    // An escape needs three bytes: the last two start none.
+    const std::size_t end = std::max<std::size_t>(size, 2) - 2;
+    while (at < end) {
+        // Escapes come in clusters: byte by byte as long as there was one among the last few bytes.
+        constexpr std::size_t patience = 2 * kStep;
+        for (std::size_t stop = std::min(end, at + patience); at < stop;) {
+            if (from[at] != '%') {
+                *to++ = from[at++];
+                continue;
+            }
+            const int high = HexValue(from[at + 1]);
+            const int low = HexValue(from[at + 2]);
+            if (!HighBytesOnly && (high | low) >= 0) {
+                *to++ = static_cast<char>(high * 16 + low);
+                at += 3;
+            } else {
+                const HexEscape escape = ReadEscape({'%', from[at + 1], from[at + 2]});
+                if (HighBytesOnly && static_cast<signed char>(escape.byte) >= 0) {
+                    to = std::copy_n(from + at, escape.length, to);
+                } else {
+                    *to++ = escape.byte;
+                }
+                at += escape.length;
+            }
+            stop = std::min(end, at + patience);
+        }
+        for (; size - at >= kStep; at += kStep, to += kStep) {
+            const Block16 block = Block16::Load(from + at);
+            if (block.Equals('%') != 0) {
+                break;
+            }
+            block.Store(to);
+        }
+    }
+    to = std::copy(from + at, from + size, to);
+    text.resize(static_cast<std::size_t>(to - text.data()));
+}
+
+std::string Unescaped(std::string&& text, bool highBytesOnly) {
+    if (const std::size_t first = FindFirst(text, '%'); first != std::string::npos) {
+        highBytesOnly ? UnescapeInPlace<true>(text, first) : UnescapeInPlace<false>(text, first);
+    }
+    return std::move(text);
+}
+
+}  // namespace
+
+std::string UnescapeText(std::string_view text, bool highBytesOnly) {
+    return Unescaped(std::string(text), highBytesOnly);
+}
+
+URI::StringProxy URI::Escape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), kExcluded); }
+
+URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
+    CharBitMap escaped{chars.m_Text};
+    escaped.Add('\0');
+    for (const char c : Classes::control) {
+        escaped.Add(c);
+    }
+    const auto isEscaped = [&](char c) { return escaped.Contains(static_cast<unsigned char>(c)); };
+    const auto count = std::count_if(text.m_Text.begin(), text.m_Text.end(), isEscaped);
+    if (count == 0) {
+        return text;
+    }
+    std::string result;
+    result.reserve(text.m_Text.size() + 2 * static_cast<std::size_t>(count));
+    for (const char c : text.m_Text) {
+        if (isEscaped(c)) {
+            constexpr std::string_view digits = "0123456789ABCDEF";
+            const auto value = static_cast<unsigned char>(c);
+            result += {'%', digits[value / 16], digits[value % 16]};
+        } else {
+            result += c;
+        }
+    }
+    return result;
+}
+
+URI::StringProxy URI::Unescape(StringProxy text, bool highBytesOnly) {
+    return Unescaped(std::move(text.m_Text), highBytesOnly);
+}
+
+int URI::ParseHex(const std::string& triple, char& out) {
+    HexEscape escape{'\0', 1};
+    if (triple.size() == 3) {
+        escape = ReadEscape({triple[0], triple[1], triple[2]});
+    } else if (!triple.empty()) {
+        const std::size_t first = triple.find_first_not_of(' ');
+        escape.byte = triple[first == std::string::npos ? 0 : first];
+    }
+    out = escape.byte;
+    return escape.length;
+}
+
+void URI::MakeLower(std::string& text) {
+    for (char& c : text) {
+        c = ToAsciiLower(c);
+    }
+}
+
+bool URI::VerifyAlpha(StringProxy text) { return IsAsciiLetters(text.m_Text); }
+
+bool URI::IsIPv6(const std::string& host) { return IsIPv6Literal(host); }
+
+}  // namespace Lum

@@ -1,0 +1,93 @@
+// Percent escapes over plain text: which bytes become escapes, and how escapes become bytes again.
+//
+// Escaping writes "%" and two upper-case digits (RFC 2396, section 2.4.1); unescaping reads
+// leniently and never fails. Both work in linear time. The static operations of Lum::URI are doors to
+// what stands here.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Source/Base/ByteRange.h"
+#include "Source/Base/CharBitMap.h"
+#include "Source/URI/CharacterClasses.h"
+
+namespace Lum {
+
+/// What an escaper knows of a set: the members, and what each byte becomes.
+class EscapeSet {
+public:
+    /// The text that a byte becomes, one character or three, and behind it its length.
+    using Output = std::array<char, 4>;
+
+    consteval explicit EscapeSet(const CharBitMap& members) noexcept : m_Members(members) {
+        constexpr std::string_view digits = "0123456789ABCDEF";
+        for (std::size_t c = 0; c < m_Outputs.size(); ++c) {
+            const auto byte = static_cast<unsigned char>(c);
+            m_Outputs[c] = members.Contains(byte) ? Output{'%', digits[c / 16], digits[c % 16], 3}
+                                                  : Output{static_cast<char>(byte), 0, 0, 1};
+        }
+        FindWidestKeptRanges();
+    }
+
+    [[nodiscard]] constexpr bool Contains(char c) const noexcept {
+        return m_Members.Contains(static_cast<unsigned char>(c));
+    }
+    [[nodiscard]] constexpr Output OutputFor(char c) const noexcept { return m_Outputs[static_cast<unsigned char>(c)]; }
+    /// Ranges of bytes that stay as they are: a block of text within them needs no closer look.
+    [[nodiscard]] constexpr const std::array<ByteRange, 4>& KeptRanges() const noexcept { return m_Kept; }
+
+private:
+    // No set used here holds every byte, so at least one range is found.
+    consteval void FindWidestKeptRanges() noexcept {
+        const auto width = [](ByteRange r) { return r.high - r.low; };
+        std::size_t found = 0;
+        for (unsigned c = 0; c < 256; ++c) {
+            if (m_Members.Contains(static_cast<unsigned char>(c))) {
+                continue;
+            }
+            const unsigned low = c;
+            while (c < 255 && !m_Members.Contains(static_cast<unsigned char>(c + 1))) {
+                ++c;
+            }
+            const ByteRange range{static_cast<unsigned char>(low), static_cast<unsigned char>(c)};
+            if (found < m_Kept.size()) {
+                m_Kept[found++] = range;
+                continue;
+            }
+            std::size_t narrowest = 0;
+            for (std::size_t i = 1; i < m_Kept.size(); ++i) {
+                narrowest = width(m_Kept[i]) < width(m_Kept[narrowest]) ? i : narrowest;
+            }
+            if (width(range) > width(m_Kept[narrowest])) {
+                m_Kept[narrowest] = range;
+            }
+        }
+        for (; found < m_Kept.size(); ++found) {
+            m_Kept[found] = m_Kept[0];
+        }
+    }
+
+    CharBitMap m_Members;
+    std::array<Output, 256> m_Outputs{};
+    std::array<ByteRange, 4> m_Kept{};
+};
+
+inline constexpr EscapeSet kExcluded{URIexcludedBitMap};
+inline constexpr EscapeSet kModifiedExcluded{ModifiedURIEXcludedBitMap};
+inline constexpr EscapeSet kQueryExcluded{URIqueryexcludedBitMap};
+inline constexpr EscapeSet kNonhierExcluded{URInonhierexcludedBitMap};
+inline constexpr EscapeSet kHighBytesExcluded{URIhighBytesExcludedBitMap};
+
+/// `text` with every member of `set` escaped.
+std::string FastEscapeChars(std::string_view text, const EscapeSet& set);
+/// The same, handing back the string it was given where nothing is to be escaped.
+std::string FastEscapeChars(std::string&& text, const EscapeSet& set);
+
+/// `text` with its escapes decoded; see URI::Unescape.
+std::string UnescapeText(std::string_view text, bool highBytesOnly = false);
+
+}  // namespace Lum

@@ -1,0 +1,32 @@
+# The library's sources, and how it is compiled.
+set(LUM_SOURCES
+    Source/URI/CharacterClasses.cpp
+    Source/URI/Comparison.cpp
+    Source/URI/Components.cpp
+    Source/URI/Escaping.cpp
+    Source/URI/Parser.cpp
+    Source/URI/Record.cpp
+    Source/URI/Serialiser.cpp
+)
+
+# lum_add_library(<target> [STATIC]): the tests build the static form beside the shared one.
+function(lum_add_library target)
+    list(TRANSFORM LUM_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
+    add_library(${target} ${ARGN} ${sources})
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_include_directories(
+        ${target}
+        PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:include>"
+        PRIVATE ${PROJECT_SOURCE_DIR})
+    set_target_properties(
+        ${target}
+        PROPERTIES CXX_EXTENSIONS OFF
+                   CXX_VISIBILITY_PRESET hidden
+                   VISIBILITY_INLINES_HIDDEN ON
+                   POSITION_INDEPENDENT_CODE ON
+                   VERSION ${PROJECT_VERSION}
+                   SOVERSION ${PROJECT_VERSION_MAJOR})
+    # Calls inside the library are not meant to be replaced from outside.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    lum_set_warnings(${target})
+endfunction()

@@ -1,0 +1,4 @@
+// Everything Lum offers, for programs that do not mind the compile time.
+#pragma once
+
+#include <Lum/URI.h>

@@ -1,0 +1,340 @@
+// Lum::URI: a URI taken apart, edited by its parts, and put together again.
+//
+// A URI holds nine strings (scheme, host, port, path, query, fragment, user name, password and, for
+// "mailto:" and its kin, the non-hierarchical part) and three flags. The strings are in escaped form,
+// as they stand in the text; the getters unescape and the setters escape, each component by its own
+// character class after RFC 2396 (with the square brackets of RFC 2732). Reading is lenient: the
+// parser cuts at fixed delimiters and refuses only what is named at ValidateURI. Not meant for
+// resolving web addresses as browsers do: nothing is normalised but the case of scheme and host.
+//
+// A URI is a plain value. Copies are independent and cost a copy of every non-empty component; a
+// move leaves the source in the empty state. Text goes in and out as bytes, UTF-8 where it is not
+// ASCII; any bytes are accepted, NUL included. No locale changes a result.
+//
+// Threads: one URI is used by one thread at a time; different URIs are independent. Every static
+// string and operation here may be used from an application's own static initialisers.
+//
+// Failure: nothing here throws but std::bad_alloc. A parse interrupted by it leaves the empty state.
+#pragma once
+
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <Lum/Export.h>
+#include <Lum/URIProblem.h>
+
+namespace Lum {
+
+class URI;
+struct Authority;
+struct PathAndTails;
+
+/// Maps a URI to the one it stands for, an alias to its target, say. Implemented by the application
+/// and installed with URI::SetResolver; never created, owned or deleted by the library.
+class LUM_API URIResolver {
+public:
+    virtual ~URIResolver();
+    /// The URI to use in the place of `uri`.
+    virtual URI Resolve(const URI& uri) = 0;
+};
+
+/// See the head of this file. The empty state is what a default-constructed URI and a failed parse
+/// hold: scheme "unknown", every other component empty, every flag false. It therefore answers
+/// IsAbsolute() with true; ask IsValidURI() first.
+class LUM_API URI {
+public:
+    class StringProxy;
+    class StringRefProxy;
+
+    // ---- Construction and assignment ------------------------------------------------------------
+
+    /// The empty state.
+    URI();
+    /// The parse of `text`; the empty state where it is not valid.
+    URI(StringProxy text);
+    /// The same for a NUL-terminated text; a null pointer counts as "".
+    URI(const char* text);
+    URI(const URI& other);
+    URI(URI&& other) noexcept;
+    /// Releases the components.
+    virtual ~URI();
+
+    /// Copies; assigning a URI to itself changes nothing.
+    URI& operator=(const URI& other);
+    URI& operator=(URI&& other) noexcept;
+    /// Replaces the content by the parse of `text`; the empty state where it is not valid.
+    URI& operator=(StringProxy text);
+    URI& operator=(const char* text);
+
+    /// As ParseURI.
+    bool ConstructURI(const std::string& text);
+    /// Takes over every component and flag of `other`.
+    void CopyURI(const URI& other);
+    /// Returns to the empty state. Keeps the components' storage for later use.
+    void Initialize() noexcept;
+
+    // ---- Parsing and validation -----------------------------------------------------------------
+
+    /// Replaces the whole content by the parse of `text` and returns whether it is valid; where it
+    /// is not, the empty state is left.
+    ///
+    /// The fragment follows the last "#", the query the last "?" before that, the scheme precedes
+    /// the first ":" that comes before any "/". Without a scheme the rest is the path of a relative
+    /// reference. A scheme without "//" behind it makes a non-hierarchical URI. Otherwise the
+    /// authority reaches to the next "/", user information to its last "@", the host to its first
+    /// ":" or to the end of an IPv6 literal (kept in brackets). Scheme and host are lower-cased,
+    /// the password is escaped afresh, and "/C:" at the head of a "file" path becomes "/C|".
+    ///
+    /// `text` may be one of this object's own components. Linear in its length; allocates only what
+    /// the components need beyond the storage they have.
+    bool ParseURI(const std::string& text);
+    /// Whether the present content is well formed. An absolute URI needs a scheme of two or more
+    /// ASCII letters; path and non-hierarchical part hold no "\"; a hierarchical absolute URI has a
+    /// scheme other than "unknown". Nothing else is checked. Changes nothing.
+    [[nodiscard]] bool ValidateURI() const;
+    /// The well-known port of the scheme as text: "80" for "http", "21" for "ftp", "22" for "sftp",
+    /// otherwise "". It is never stored, printed or dropped by itself.
+    [[nodiscard]] std::string GetDefaultPort() const;
+
+    // ---- Operations that a derived class may replace ---------------------------------------------
+    // The order of declaration is the order in the dispatch table. The library asks these questions
+    // through it, so that an override changes the library's own answers.
+
+    /// Whether the last parse or setter left a well-formed URI.
+    [[nodiscard]] virtual bool IsValidURI() const;
+    /// The negation of the relative flag; true for the empty state.
+    [[nodiscard]] virtual bool IsAbsolute() const;
+    /// Whether the URI has no usable scheme.
+    [[nodiscard]] virtual bool IsRelative() const;
+    /// Whether host, port, user information and path are in use, and not the non-hierarchical part.
+    [[nodiscard]] virtual bool IsHierarchical() const;
+    /// Whether the scheme is `scheme`, ASCII case ignored. A ":" is not stripped from the argument.
+    [[nodiscard]] virtual bool IsOfType(StringProxy scheme) const;
+    /// The URI as text: the components as stored, or with `unescaped` each of them unescaped.
+    /// A relative reference prints path, query and fragment only; "//" and what belongs to it are
+    /// printed where there is a host or the scheme is "file"; a password only behind a user name;
+    /// the port as stored in both forms. Unescaped, an IPv6 host loses its brackets.
+    [[nodiscard]] virtual std::string ToString(bool unescaped) const;
+    /// ToString(false) with the escapes of bytes 0x80 to 0xFF decoded and all others kept.
+    [[nodiscard]] virtual std::string ToStringUTF8() const;
+    /// ToString(false) with every byte from 0x80 to 0xFF escaped and nothing else changed.
+    [[nodiscard]] virtual std::string ToStringUTF8Escaped() const;
+
+    // ---- Setters ---------------------------------------------------------------------------------
+    // They take raw text and escape it for its place; no value is refused. SetAuthority,
+    // SetServerPort, SetPath and SetParts make the URI hierarchical (see SetHierState),
+    // SetNonHierarchical the opposite; the others leave the flags alone. An argument may be, or be
+    // part of, this object's own text.
+
+    /// Escapes and lower-cases. A relative reference stays relative until a later setter, such as
+    /// SetPath, brings the flags up to date.
+    void SetScheme(StringProxy scheme);
+    void SetUsername(StringProxy username);
+    void SetPassword(StringProxy password);
+    /// Sets the host. An IPv6 literal (see IsIPv6) is lower-cased and kept in brackets, unescaped;
+    /// any other text is lower-cased and escaped, ":" included: no port is split off.
+    void SetAuthority(StringProxy host);
+    /// Sets the port's text; it need not be a number.
+    void SetServerPort(StringProxy port);
+    /// Sets the path; "/C|" at the head of a "file" path of four or more bytes is kept as it is.
+    /// A scheme "unknown" becomes empty, so that a URI built from nothing is a relative reference.
+    void SetPath(StringProxy path);
+    /// Sets the query, escaping it only if `escape` is true.
+    void SetQuery(StringProxy query, bool escape);
+    void SetFragment(StringProxy fragment);
+    /// Sets the non-hierarchical part ("@" stays literal) and drops host, port, user information
+    /// and path.
+    void SetNonHierarchical(StringProxy part);
+    /// Sets six components, escaping each, and makes the URI hierarchical; user information stays.
+    void SetParts(StringProxy scheme, StringProxy host, StringProxy port, StringProxy path, StringProxy query,
+                  StringProxy fragment);
+    /// Makes the URI hierarchical or not and recomputes the three flags from the components.
+    /// True drops the non-hierarchical part; the URI is then relative if its scheme is empty or
+    /// "unknown", and valid if host or path is not empty. False drops host, port, user information
+    /// and path; the URI is then absolute, and valid if its scheme is neither empty nor "unknown".
+    void SetHierState(bool hierarchical);
+
+    // ---- Getters ---------------------------------------------------------------------------------
+    // Each gives its component unescaped, as Unescape(component, false) does.
+
+    [[nodiscard]] std::string GetScheme() const;
+    [[nodiscard]] std::string GetUsername() const;
+    [[nodiscard]] std::string GetPassword() const;
+    /// The host; an IPv6 literal without its brackets and not unescaped.
+    [[nodiscard]] std::string GetAuthority() const;
+    [[nodiscard]] std::string GetServerPort() const;
+    [[nodiscard]] std::string GetPath() const;
+    /// The query, as stored if `unescape` is false.
+    [[nodiscard]] std::string GetQuery(bool unescape) const;
+    [[nodiscard]] std::string GetFragment() const;
+    [[nodiscard]] std::string GetNonHierarchical() const;
+    /// Hands back scheme, host, port, path, query and fragment, assigned in this order.
+    void GetParts(StringRefProxy scheme, StringRefProxy host, StringRefProxy port, StringRefProxy path,
+                  StringRefProxy query, StringRefProxy fragment) const;
+
+    // ---- Comparison ------------------------------------------------------------------------------
+    // By the text that ToString(false) gives, byte for byte: "HTTP://h" as text differs from the URI
+    // parsed from it, which prints "http://h".
+
+    [[nodiscard]] bool operator==(const char* text) const;
+    [[nodiscard]] bool operator==(StringProxy text) const;
+    [[nodiscard]] bool operator==(const URI& other) const;
+    [[nodiscard]] std::strong_ordering operator<=>(const char* text) const;
+    [[nodiscard]] std::strong_ordering operator<=>(StringProxy text) const;
+    [[nodiscard]] std::strong_ordering operator<=>(const URI& other) const;
+
+    /// Less than, equal to or greater than 0 as `a` is before, the same as or after `b`: by the
+    /// first byte that differs, taken unsigned, otherwise by length. Without `caseSensitive` both
+    /// are compared in ASCII lower case. Compare("ab", "abc", true) is negative.
+    [[nodiscard]] static int Compare(const std::string& a, const std::string& b, bool caseSensitive);
+
+    // ---- Escaping --------------------------------------------------------------------------------
+    // Escapes are written as "%" and two upper-case hexadecimal digits and read leniently.
+
+    /// Escapes the bytes of URIexcluded: controls, space, delimiters ("%", ":", "?" and "@" among
+    /// them) and unwise characters. NUL and bytes from 0x80 stay. Escape("a b%") is "a%20b%25".
+    [[nodiscard]] static StringProxy Escape(StringProxy text);
+    /// Escapes NUL, the other controls, and every byte that occurs in `chars`.
+    [[nodiscard]] static StringProxy EscapeChars(StringProxy text, StringProxy chars);
+    /// Decodes escapes; with `highBytesOnly` only those of bytes 0x80 to 0xFF. What is no escape
+    /// stays: Unescape("%41%4", false) is "A%4". The bytes decoded need not be UTF-8.
+    [[nodiscard]] static StringProxy Unescape(StringProxy text, bool highBytesOnly);
+    /// Reads one escape from the three bytes of `triple`, writes the byte it stands for to `out` and
+    /// returns how many bytes it took: 3, or 1 where there is no escape, `out` being then the first
+    /// byte (NUL if there is none).
+    ///
+    /// Spaces are squeezed out first, the last bytes keeping their places ("% 4" is read as "%44").
+    /// The two digits are read as sscanf's "%x" reads them: white space, a sign and "0x" may come
+    /// first, and one digit is enough ("%4G" is 0x04). Where nothing but white space is left, or a
+    /// NUL follows the "%", the byte is 0 and the count 3.
+    static int ParseHex(const std::string& triple, char& out);
+    /// Lower-cases ASCII letters in place.
+    static void MakeLower(std::string& text);
+    /// Whether every byte is an ASCII letter; true for "".
+    [[nodiscard]] static bool VerifyAlpha(StringProxy text);
+    /// Whether a host text is an IPv6 literal: in square brackets, or with two or more ":".
+    [[nodiscard]] static bool IsIPv6(const std::string& host);
+
+    // ---- Resolver --------------------------------------------------------------------------------
+
+    /// Installs `resolver` (null for none) for the whole process and returns the one before it.
+    /// Not synchronised: install it before any other thread uses a URI.
+    static URIResolver* SetResolver(URIResolver* resolver);
+    /// What the installed resolver answers for `uri`; without one, a copy of it.
+    [[nodiscard]] static URI Resolve(const URI& uri);
+
+    // ---- Character classes (RFC 2396, appendix A) --------------------------------------------------
+    // Each lists its members; a byte may stand twice. Two differ from the RFC on purpose:
+    // URIdelims adds ":", "?" and "@", and URInonhierdelims ":" and "?".
+
+    static const std::string URIlowalpha;
+    static const std::string URIupalpha;
+    static const std::string URIalpha;
+    static const std::string URIdigit;
+    static const std::string URIalphanum;
+    static const std::string URIreserved;
+    static const std::string URImark;
+    static const std::string URIunreserved;
+    static const std::string URIuric;
+    static const std::string URIhex;
+    static const std::string URIescaped;  ///< The form of an escape, "%xx"; not a set.
+    static const std::string URIspace;
+    static const std::string URIdelims_real;
+    static const std::string URIdelims;
+    static const std::string URInonhierdelims;
+    static const std::string URIunwise;
+    static const std::string URIcontrol;
+    static const std::string URIexcluded;
+    static const std::string URIqueryreserved;
+    static const std::string URIqueryexcluded;
+    static const std::string URInonhierexcluded;
+    /// 0x01 to 0x1F and 0x7F, NUL-terminated.
+    static constexpr char controlchars[] =
+        "\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10"
+        "\x11\x12\x13\x14\x15\x16\x17\x18\x19\x1A\x1B\x1C\x1D\x1E\x1F\x7F";
+
+protected:
+    // In escaped form. What holds between them and the flags is stated once, at CheckInvariants.
+    std::string m_Scheme;           ///< Lower case; "unknown" in the empty state, empty if relative.
+    std::string m_Authority;        ///< Host only, lower case; an IPv6 literal in its brackets.
+    std::string m_ServerPort;       ///< As written; never filled in from a default.
+    std::string m_Path;             ///< Of a relative reference, all before query and fragment.
+    std::string m_Query;            ///< Without its "?".
+    std::string m_Fragment;         ///< Without its "#".
+    std::string m_Username;         ///< Before the first ":" of the user information.
+    std::string m_Password;         ///< Behind that ":", always in the one form SetPassword gives.
+    std::string m_NonHierarchical;  ///< What follows the scheme's ":" where no "//" does.
+    bool m_IsValid;
+    bool m_IsRelative;
+    bool m_IsHierarchical;
+
+private:
+    LUM_HIDDEN bool ParseText(std::string_view text);
+    LUM_HIDDEN bool ParseUncommon(std::string_view text);
+    LUM_HIDDEN void StoreAuthority(const Authority& cuts);
+    LUM_HIDDEN void StorePath(const PathAndTails& cuts);
+    LUM_HIDDEN bool Conclude(bool isHierarchical, bool hasScheme, bool schemeIsLetters, bool hasBackslash);
+    [[nodiscard]] LUM_HIDDEN bool IsWellFormed(bool schemeIsLetters, bool hasBackslash) const;
+    LUM_HIDDEN void CheckInvariants() const noexcept;
+
+    LUM_HIDDEN static URIResolver* m_Resolver;
+};
+
+/// Text on its way into or out of an operation: holds one narrow string. Made without ceremony from
+/// whatever text the caller has, read back as `const std::string&`, compared with text and printed.
+class LUM_API URI::StringProxy {
+public:
+    /// From a NUL-terminated text. It must not be null; null counts as "".
+    StringProxy(const char* text) : m_Text(text == nullptr ? "" : text) {}
+    StringProxy(const std::string& text) : m_Text(text) {}
+    StringProxy(std::string&& text) noexcept : m_Text(std::move(text)) {}
+    StringProxy(std::string_view text) : m_Text(text) {}
+
+    operator const std::string&() const noexcept { return m_Text; }
+
+    friend bool operator==(const StringProxy& a, const StringProxy& b) noexcept { return a.m_Text == b.m_Text; }
+    template <std::convertible_to<std::string_view> Text>
+    friend bool operator==(const StringProxy& a, const Text& b) {
+        return std::string_view(a.m_Text) == std::string_view(b);
+    }
+    friend LUM_API std::ostream& operator<<(std::ostream& out, const StringProxy& text);
+
+private:
+    friend class URI;
+    std::string m_Text;
+};
+
+/// Where an operation puts a text that it hands back through an argument: the caller's string.
+/// Does not own it; the string must outlive the adapter.
+class LUM_API URI::StringRefProxy {
+public:
+    StringRefProxy(std::string& target) noexcept : m_Narrow(&target) {}
+
+    /// Writes `text` to the caller's string.
+    void operator=(const std::string& text);
+
+private:
+    std::uint32_t m_Selector = 0;  // 0: the narrow target is written, otherwise the wide one.
+    std::string* m_Narrow = nullptr;
+    [[maybe_unused]] std::u16string* m_Wide = nullptr;
+};
+
+/// Prints ToString(false).
+LUM_API std::ostream& operator<<(std::ostream& out, const URI& uri);
+
+}  // namespace Lum
+
+/// Equal URIs, that is those that print the same text, have equal hashes.
+template <>
+struct std::hash<Lum::URI> {
+    [[nodiscard]] std::size_t operator()(const Lum::URI& uri) const {
+        return std::hash<std::string>{}(uri.ToString(false));
+    }
+};

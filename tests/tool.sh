@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Runs the command-line tool as a user would and compares what it prints and answers.
+# Usage: tool.sh PATH-TO-LUM
+set -u
+lum=$1
+export LC_ALL=C
+failed=0
+
+# expect STATUS OUTPUT COMMAND...: standard output and error together, and the exit status.
+expect() {
+    local status=$1 output=$2 actual
+    shift 2
+    actual=$("$@" 2>&1)
+    local answer=$?
+    if [ "$answer" != "$status" ] || [ "$actual" != "$output" ]; then
+        printf 'FAILED: %s\n  expected (%s): %s\n  got      (%s): %s\n' "$*" "$status" "$output" "$answer" "$actual"
+        failed=1
+    fi
+}
+
+# expect_lines STATUS OUTPUT INPUT COMMAND...: the same with standard input, in printf's notation.
+expect_lines() {
+    local input=$3
+    expect_input() { printf "$input" | "${@}"; }
+    expect "$1" "$2" expect_input "${@:4}"
+}
+
+expect 0 'HTTP://Host/a%20b/c.txt?x=1
+  valid             absolute, hierarchical
+  scheme            http
+  host              host
+  path              /a%20b/c.txt  = /a b/c.txt
+  query             x=1
+  default port      80
+  text              http://host/a%20b/c.txt?x=1' "$lum" parse 'HTTP://Host/a%20b/c.txt?x=1'
+expect 1 'é/b\c
+   ^
+  not valid         backslash in the path
+
+mailto:a%40b
+  valid             absolute, non-hierarchical
+  scheme            mailto
+  non-hierarchical  a%40b  = a@b
+  text              mailto:a%40b' "$lum" parse 'é/b\c' 'mailto:a%40b'
+expect 1 '\xff\x1b[2Jh:x
+^^^^
+  not valid         scheme with a character that is no letter' "$lum" parse $'\xff\x1b[2Jh:x'
+
+empty='"scheme":"","user":"","password":"","host":"","port":"","path":"","query":"","fragment":"","nonHierarchical":""'
+unknown=${empty/'"scheme":""'/'"scheme":"unknown"'}
+expect_lines 1 '{"input":"","valid":true,"relative":true,"hierarchical":true,'"$empty"',"text":""}
+{"input":"a\\b","valid":false,"relative":false,"hierarchical":false,'"$unknown"',"text":"unknown:","reason":"backslash in the path","offset":1}
+{"input":"�\u0000","valid":true,"relative":true,"hierarchical":true,'"${empty/'"path":""'/'"path":"�\u0000"'}"',"text":"�\u0000"}' \
+    '\na\\b\r\n\377\000' "$lum" parse --json
+expect 0 '[a,b]
+  valid             relative, hierarchical
+  path              [a,b]
+  text              [a,b]' "$lum" parse '[a,b]'
+expect 0 '%5Bx%20y%5D' "$lum" escape '[x y]'
+expect 0 'a b%4' "$lum" unescape 'a%20b%4'
+expect 0 'a%20é' "$lum" unescape --high-bytes-only 'a%20%C3%A9'
+
+expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
+expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
+expect 2 'lum: TEXT is required (lum --help tells more)' "$lum" escape
+expect 2 'lum: cannot read standard input: Is a directory' bash -c "'$lum' parse < /"
+expect 2 'lum: cannot write standard output: No space left on device' bash -c "'$lum' parse x > /dev/full"
+for arguments in --version --help 'parse --help'; do
+    # shellcheck disable=SC2086
+    "$lum" $arguments | grep -qi lum || { echo "FAILED: lum $arguments"; failed=1; }
+done
+exit $failed

@@ -1,0 +1,13 @@
+// The subcommands. Each adds itself to the command line and, when it is the one that is run, writes
+// its results to standard output and its answer to `status`.
+#pragma once
+
+#include <CLI/App.hpp>
+
+namespace Tool {
+
+void AddParse(CLI::App& app, int& status);
+void AddEscape(CLI::App& app, int& status);
+void AddUnescape(CLI::App& app, int& status);
+
+}  // namespace Tool

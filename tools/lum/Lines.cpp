@@ -1,0 +1,93 @@
+// Reads and writes through the C library's streams, whose getline takes bytes of any value.
+#include "tools/lum/Lines.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+#include <unistd.h>
+
+namespace Tool {
+namespace {
+
+[[noreturn]] void Fail(const char* what, int error) {
+    throw std::runtime_error(std::string(what) + ": " + std::strerror(error));
+}
+
+/// "12000 lines" on standard error, overwritten as it grows and gone at the end.
+class Progress {
+public:
+    Progress() : m_Shown(isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0 && isatty(STDIN_FILENO) == 0) {}
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress() {
+        if (m_Shown && m_Lines >= kEvery) {
+            std::fputs("\r\033[K", stderr);
+        }
+    }
+    void Step() {
+        if (++m_Lines % kEvery == 0 && m_Shown) {
+            std::fprintf(stderr, "\r%zu lines", m_Lines);
+        }
+    }
+
+private:
+    static constexpr std::size_t kEvery = 4000;
+    const bool m_Shown;
+    std::size_t m_Lines = 0;
+};
+
+struct LineBuffer {
+    char* data = nullptr;
+    std::size_t capacity = 0;
+    LineBuffer() = default;
+    LineBuffer(const LineBuffer&) = delete;
+    LineBuffer& operator=(const LineBuffer&) = delete;
+    ~LineBuffer() { std::free(data); }
+};
+
+}  // namespace
+
+void ForEachInputLine(const std::function<void(std::string_view)>& use) {
+    Progress progress;
+    LineBuffer buffer;
+    for (;;) {
+        errno = 0;
+        const ssize_t size = getline(&buffer.data, &buffer.capacity, stdin);
+        if (size < 0) {
+            if (std::feof(stdin) == 0) {
+                Fail("cannot read standard input", errno);
+            }
+            return;
+        }
+        std::string_view line(buffer.data, static_cast<std::size_t>(size));
+        if (line.ends_with('\n')) {
+            line.remove_suffix(1);
+            if (line.ends_with('\r')) {
+                line.remove_suffix(1);
+            }
+        }
+        use(line);
+        progress.Step();
+    }
+}
+
+void WriteText(std::string_view text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+        Fail("cannot write standard output", errno);
+    }
+}
+
+void WriteLine(const std::string& text) { WriteText(text + '\n'); }
+
+void FlushOutput() {
+    if (std::fflush(stdout) != 0) {
+        Fail("cannot write standard output", errno);
+    }
+}
+
+}  // namespace Tool

@@ -1,0 +1,49 @@
+// lum: the library from the command line. Reads the arguments, runs one subcommand, answers with its
+// exit status: 0 for yes or done, 1 for a "no" (a text that is not valid), 2 for wrong usage and for
+// input or output that failed.
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Lines.h"
+
+namespace {
+
+int Run(int argc, char** argv) {
+    CLI::App app{"Takes URIs apart and puts them together.", "lum"};
+    app.set_version_flag("--version", "lum " LUM_VERSION);
+    app.require_subcommand(1);
+    app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
+        const bool isUnknown = failed->get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
+        const std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
+        return "lum: " + what + " (lum --help tells more)\n";
+    });
+
+    int status = 0;
+    Tool::AddParse(app, status);
+    Tool::AddEscape(app, status);
+    Tool::AddUnescape(app, status);
+    try {
+        app.parse(Tool::ShieldedArguments(argc, argv));
+        Tool::FlushOutput();
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? EXIT_SUCCESS : 2;
+    }
+    return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "lum: %s\n", error.what());
+        return 2;
+    }
+}
