@@ -1,0 +1,12 @@
+// Counts what is asked of the free store, so that a case can tell allocations as well as time.
+#pragma once
+
+#include <cstdint>
+
+namespace Bench {
+
+/// How often this thread has called operator new. Every library of the process that allocates with
+/// it is counted; what calls malloc itself is not.
+[[nodiscard]] std::uint64_t AllocationCount() noexcept;
+
+}  // namespace Bench

@@ -1,0 +1,84 @@
+// uriparser: a record of ranges in the text, which has to be made the owner of what they show.
+#include <uriparser/Uri.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+
+#include "Case.h"
+#include "uri/UriFamily.h"
+
+namespace Bench::Uri {
+namespace {
+
+/// Owns a parsed URI, or nothing where the text was refused.
+class OwnedUri {
+public:
+    explicit OwnedUri(const std::string& text) {
+        const char* errorAt = nullptr;
+        if (uriParseSingleUriExA(&m_Uri, text.data(), text.data() + text.size(), &errorAt) != URI_SUCCESS) {
+            return;
+        }
+        m_HasUri = uriMakeOwnerA(&m_Uri) == URI_SUCCESS;
+        if (!m_HasUri) {
+            uriFreeUriMembersA(&m_Uri);
+        }
+    }
+    OwnedUri(OwnedUri&& other) noexcept : m_Uri(other.m_Uri), m_HasUri(std::exchange(other.m_HasUri, false)) {}
+    OwnedUri& operator=(OwnedUri&&) = delete;
+    ~OwnedUri() {
+        if (m_HasUri) {
+            uriFreeUriMembersA(&m_Uri);
+        }
+    }
+
+    [[nodiscard]] bool HasUri() const noexcept { return m_HasUri; }
+    [[nodiscard]] const UriUriA& Get() const noexcept { return m_Uri; }
+
+private:
+    UriUriA m_Uri;
+    bool m_HasUri = false;
+};
+
+OwnedUri Parse(const std::string& text) { return OwnedUri(text); }
+
+std::string Print(const OwnedUri& uri) {
+    int size = 0;
+    uriToStringCharsRequiredA(&uri.Get(), &size);
+    std::string text(static_cast<std::size_t>(size), '\0');
+    // The NUL that is written behind the text meets the string's own.
+    uriToStringA(text.data(), &uri.Get(), size + 1, nullptr);
+    return text;
+}
+
+std::string Escape(const std::string& text) {
+    std::string escaped(3 * text.size() + 1, '\0');
+    const char* const end = uriEscapeExA(text.data(), text.data() + text.size(), escaped.data(), URI_FALSE, URI_FALSE);
+    escaped.resize(static_cast<std::size_t>(end - escaped.data()));
+    return escaped;
+}
+
+std::string Unescape(const std::string& text) {
+    std::string plain(text);
+    const char* const end = uriUnescapeInPlaceExA(plain.data(), URI_FALSE, URI_BR_DONT_TOUCH);
+    plain.resize(static_cast<std::size_t>(end - plain.data()));
+    return plain;
+}
+
+void AddCases(const std::string& name, const Inputs& inputs) {
+    for (const std::string& parse : {kParseFresh, kParseOneStep, kParseReused}) {
+        AddCase(parse, name, inputs.urls, Parse);
+    }
+    AddPreparedCase(kPrint, name, inputs.printed, Parse, Print);
+    for (const TextCase& c : inputs.escapes) {
+        AddCase(c.name, name, c.texts, Escape);
+    }
+    for (const TextCase& c : inputs.unescapes) {
+        AddCase(c.name, name, c.texts, Unescape);
+    }
+}
+
+const AddSubject add{{"uriparser", [](const std::string& text) { return Parse(text).HasUri(); }, AddCases}};
+
+}  // namespace
+}  // namespace Bench::Uri
