@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Everything `./dev check` looks at, a line a check: OK, or what is wrong. Runs from the root.
+set -u
+export LC_ALL=C
+failed=0
+sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
+
+# check NAME COMMAND...: prints the command's output only if it fails.
+check() {
+    local name=$1 output start=$SECONDS
+    shift
+    if output=$("$@" 2>&1); then
+        printf 'OK    %-58s %3d s\n' "$name" $((SECONDS - start))
+    else
+        printf 'FAIL  %s\n%s\n' "$name" "$output"
+        failed=1
+    fi
+}
+
+build() { cmake --preset "$@" && cmake --build --preset "$1"; }
+build_and_test() { build "$1" && ctest --preset "$1" -j "$(nproc)"; }
+format() { sources | xargs clang-format-14 --dry-run -Werror; }
+# Benchmarks and tests are left out: they take minutes, and faults in them show when they run.
+tidy() { sources | grep -E '^(Source|tools|fuzz|examples)/.*\.cpp$' | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
+headers() {
+    for header in include/Lum/*.h; do
+        for compiler in g++ clang++-14; do
+            echo "#include <Lum/${header##*/}>" |
+                $compiler -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Iinclude -x c++ - || return 1
+        done
+    done
+}
+clang32() {
+    for source in $(git ls-files -co --exclude-standard -- 'Source/*.cpp'); do
+        clang++-14 -m32 -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Iinclude -I. "$source" || return 1
+    done
+}
+fuzz_briefly() {
+    for target in build/asan/fuzz/fuzz-*; do
+        [ -x "$target" ] && [ -f "$target" ] || continue
+        "$target" -max_total_time=8 -verbosity=0 -artifact_prefix=build/ || return 1
+    done
+}
+
+check "sources are formatted" format
+check "includes point downwards" checks/levels.sh
+check "g++, optimised: no warning" build release
+check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
+check "public headers compile alone" headers
+check "examples in README and docs print what they say" checks/snippets.sh build/release
+check "clang++, address and undefined sanitizers: all tests" build_and_test asan
+check "fuzz targets, briefly" fuzz_briefly
+check "clang-tidy" tidy
+check "32 bits, g++: all tests" build_and_test m32
+check "32 bits, clang++: no warning" clang32
+exit $failed

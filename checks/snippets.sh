@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Runs the examples of README and docs. A ```cpp block with a main is compiled and run; its output must
+# be the ```text block that follows. In a ```console block the lines behind "$ " are run with the tool
+# and the commands of the project, and must print the lines that follow them.
+# Usage: snippets.sh BUILD-DIR
+set -u
+build=$(readlink -f "$1")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export PATH="$build/tools/lum:$PATH" LC_ALL=C.UTF-8
+failed=0
+
+compare() { # WHERE EXPECTED ACTUAL
+    diff "$2" "$3" >"$work/diff" && return
+    echo "$1 does not print what it says:"
+    cat "$work/diff"
+    failed=1
+}
+
+run_console() { # WHERE FILE: prints the block as it would be, each command followed by its output
+    local line
+    while IFS= read -r line; do
+        case $line in
+            '$ ./dev run '*) echo "$line"; bash -c "lum ${line#\$ ./dev run }" 2>&1 ;;
+            '$ lum '*) echo "$line"; bash -c "${line#\$ }" 2>&1 ;;
+        esac
+    done <"$2" >"$work/actual"
+    compare "$1" "$2" "$work/actual"
+}
+
+for file in README.md docs/*.md; do
+    awk -v dir="$work" -v RS='' 'BEGIN { RS = "\n" }
+        /^```/ && open { close(out); open = 0; next }
+        /^```(cpp|text|console)/ { kind = substr($0, 4); out = sprintf("%s/%04d.%s", dir, NR, kind); open = 1; printf "" > out; next }
+        /^```/ { out = "/dev/null"; open = 1; next }
+        open { print > out }' "$file"
+    last=
+    for block in "$work"/[0-9]*; do
+        [ -e "$block" ] || continue
+        where="$file:$(basename "${block%.*}" | sed 's/^0*//')"
+        case $block in
+            *.cpp)
+                last=
+                grep -q 'int main' "$block" || continue
+                if g++ -std=c++20 -Wall -Wextra -Werror -Iinclude "$block" -o "$work/example" "$build/liblum.so" \
+                    -Wl,-rpath,"$build" >"$work/log" 2>&1; then
+                    "$work/example" >"$work/output"
+                    last=$where
+                else
+                    echo "$where does not compile:"; cat "$work/log"; failed=1
+                fi
+                ;;
+            *.text) [ -z "$last" ] || compare "$last" "$block" "$work/output"; last= ;;
+            *.console) run_console "$where" "$block" ;;
+        esac
+    done
+    rm -f "$work"/[0-9]*
+done
+exit $failed
