@@ -179,17 +179,17 @@ void UnescapeInPlace(std::string& text, std::size_t first) {
     text.resize(static_cast<std::size_t>(to - text.data()));
 }
 
-std::string Unescaped(std::string&& text, bool highBytesOnly) {
+}  // namespace
+
+std::string UnescapeText(std::string&& text, bool highBytesOnly) {
     if (const std::size_t first = FindFirst(text, '%'); first != std::string::npos) {
         highBytesOnly ? UnescapeInPlace<true>(text, first) : UnescapeInPlace<false>(text, first);
     }
     return std::move(text);
 }
 
-}  // namespace
-
 std::string UnescapeText(std::string_view text, bool highBytesOnly) {
-    return Unescaped(std::string(text), highBytesOnly);
+    return UnescapeText(std::string(text), highBytesOnly);
 }
 
 URI::StringProxy URI::Escape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), kExcluded); }
@@ -220,7 +220,7 @@ URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
 }
 
 URI::StringProxy URI::Unescape(StringProxy text, bool highBytesOnly) {
-    return Unescaped(std::move(text.m_Text), highBytesOnly);
+    return UnescapeText(std::move(text.m_Text), highBytesOnly);
 }
 
 int URI::ParseHex(const std::string& triple, char& out) {

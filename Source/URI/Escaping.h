@@ -89,5 +89,7 @@ std::string FastEscapeChars(std::string&& text, const EscapeSet& set);
 
 /// `text` with its escapes decoded; see URI::Unescape.
 std::string UnescapeText(std::string_view text, bool highBytesOnly = false);
+/// The same in the storage of the string it was given.
+std::string UnescapeText(std::string&& text, bool highBytesOnly = false);
 
 }  // namespace Lum
