@@ -7,12 +7,14 @@ failed=0
 # room | rooms it may include
 rules='
 Source/Base|Source/Base
-Source/URI|Source/URI Source/Base include
+Platform|Platform include
+Mac|Mac Platform
+Source/URI|Source/URI Source/Base Mac include
 tools/lum|tools/lum include
 examples|include
 fuzz|fuzz include
 benchmarks|benchmarks include
-tests|tests Source/Base Source/URI include
+tests|tests Source/Base Source/URI Mac Platform include
 include/Lum|include
 '
 room_of() { case $1 in Source/* | include/* | tools/*) echo "$1" | cut -d/ -f1-2 ;; *) echo "${1%%/*}" ;; esac; }

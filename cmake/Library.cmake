@@ -1,11 +1,22 @@
 # The library's sources, and how it is compiled.
 set(LUM_SOURCES
+    Mac/FileSystemPaths.cpp
+    Platform/CoreFoundation/CFBase.cpp
+    Platform/CoreFoundation/CFString.cpp
+    Platform/CoreFoundation/CFURL.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp
     Source/URI/Escaping.cpp
+    Source/URI/LocalPaths.cpp
     Source/URI/Parser.cpp
+    Source/URI/PathNames.cpp
+    Source/URI/PathSegments.cpp
+    Source/URI/Query.cpp
     Source/URI/Record.cpp
+    Source/URI/Relations.cpp
+    Source/URI/Relativisation.cpp
+    Source/URI/Resolution.cpp
     Source/URI/Serialiser.cpp
 )
 
@@ -26,6 +37,7 @@ function(lum_add_library target)
                    POSITION_INDEPENDENT_CODE ON
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS})
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     lum_set_warnings(${target})

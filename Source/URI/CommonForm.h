@@ -83,6 +83,14 @@ template <class Block>
     return false;
 }
 
+/// Whether the first of the delimiters that decide it shows `text` to have no scheme.
+template <class Block = Block16>
+bool IsPlainlyRelative(std::string_view text) noexcept {
+    constexpr std::size_t step = BlockedText<Block>::kStep;
+    const std::uint32_t delimiters = BlockedText<Block>(text).At(0).block.template EqualsAny<':', '/', '?', '#'>();
+    return delimiters == 0 ? text.size() <= step : text[static_cast<std::size_t>(std::countr_zero(delimiters))] == '/';
+}
+
 template <class Block = Block16>
 [[gnu::always_inline]] inline CommonForm FindCommonForm(std::string_view text) noexcept {
     constexpr std::size_t step = BlockedText<Block>::kStep;

@@ -1,4 +1,5 @@
 // Everything Lum offers, for programs that do not mind the compile time.
 #pragma once
 
+#include <Lum/Platform.h>
 #include <Lum/URI.h>

@@ -23,9 +23,11 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <Lum/Export.h>
 #include <Lum/URIProblem.h>
@@ -43,6 +45,14 @@ public:
     virtual ~URIResolver();
     /// The URI to use in the place of `uri`.
     virtual URI Resolve(const URI& uri) = 0;
+};
+
+/// What one URI is to another; see URI::GetRelation.
+enum RelationCode {
+    kRelationNone = 0,    ///< Unrelated, or not comparable.
+    kRelationChild = 1,   ///< Strictly below the other.
+    kRelationSame = 2,    ///< The same location.
+    kRelationParent = 3,  ///< Strictly above the other.
 };
 
 /// See the head of this file. The empty state is what a default-constructed URI and a failed parse
@@ -113,10 +123,15 @@ public:
     [[nodiscard]] virtual bool IsAbsolute() const;
     /// Whether the URI has no usable scheme.
     [[nodiscard]] virtual bool IsRelative() const;
+    /// Whether the stored path ends with "/".
+    [[nodiscard]] virtual bool IsDirectory() const;
     /// Whether host, port, user information and path are in use, and not the non-hierarchical part.
     [[nodiscard]] virtual bool IsHierarchical() const;
     /// Whether the scheme is `scheme`, ASCII case ignored. A ":" is not stripped from the argument.
     [[nodiscard]] virtual bool IsOfType(StringProxy scheme) const;
+    /// Whether the extension is `type`, ASCII case ignored: "txt", ".txt" and "name.txt" all ask for
+    /// "txt". Never true without an extension.
+    [[nodiscard]] virtual bool IsOfFileType(StringProxy type) const;
     /// The URI as text: the components as stored, or with `unescaped` each of them unescaped.
     /// A relative reference prints path, query and fragment only; "//" and what belongs to it are
     /// printed where there is a host or the scheme is "file"; a password only behind a user name;
@@ -126,6 +141,44 @@ public:
     [[nodiscard]] virtual std::string ToStringUTF8() const;
     /// ToString(false) with every byte from 0x80 to 0xFF escaped and nothing else changed.
     [[nodiscard]] virtual std::string ToStringUTF8Escaped() const;
+    /// Makes a relative reference absolute against `base`, by ChDir. Returns whether this URI was
+    /// changed: false, without a change, if it is absolute already or `base` is relative.
+    virtual bool MakeAbsoluteURI(const URI& base);
+    /// Makes this URI the shortest relative reference that leads to it from `base`; query and
+    /// fragment stay. From "http://h/a/d", "http://h/a/b/c?q" becomes "b/c?q". Returns whether it is
+    /// relative now (it may have been before); false, without a change, if `base` is relative or
+    /// scheme, host or port differ. `caseSensitive` is about path segments.
+    virtual bool MakeRelativeURI(const URI& base, bool caseSensitive);
+    /// Applies a reference as "cd" applies its argument, after RFC 2396, section 5.2; with `escape`
+    /// the text is escaped first. "c" at "http://h/a/b" gives "http://h/a/c", ".." "http://h/", and
+    /// "?q" "http://h/a/?q" (a query replaces the last segment). ".." at the root is dropped; a
+    /// relative URI keeps it. "." and ".." in a reference that begins with "/" stay.
+    /// An absolute reference replaces the URI; one that is not valid leaves the empty state, and ""
+    /// changes nothing. Returns true always. Linear in both lengths.
+    virtual bool ChDir(StringProxy reference, bool escape);
+    /// The local path in the style that the library was built for, Mac by default; "" if none.
+    [[nodiscard]] virtual StringProxy ToLocalPath() const;
+    /// The path with ":" between names, from the volume on: "Disk:Folder:File" for
+    /// "file:///Disk/Folder/File". A "file" URI of the host "localhost" names a POSIX path, which is
+    /// on the start-up volume or below "/Volumes"; of any other host it gives "". A relative
+    /// reference begins with ":". Other URIs give "".
+    [[nodiscard]] virtual StringProxy ToLocalPathMac() const;
+    /// The POSIX path of what ToLocalPathMac names: "/Volumes/Disk/x" for "file:///Disk/x" unless
+    /// "Disk" is the start-up volume. "" for a "file" URI with a host, "localhost" included. A
+    /// relative reference gives its path.
+    [[nodiscard]] virtual StringProxy ToLocalPathUnix() const;
+    /// The path with "\" and drive letters: "C:\x" for "file:///C|/x", "\\server\x" where there is a
+    /// host. A relative reference gives its path with "\".
+    [[nodiscard]] virtual StringProxy ToLocalPathWin() const;
+    /// Makes this the "file" URI of a path in the library's own style; see ToLocalPath.
+    virtual void LocalPathToURI(StringProxy path);
+    /// From a path with ":" between names: each becomes "/", the volume the first segment.
+    virtual void LocalPathToURIMac(StringProxy path);
+    /// From a POSIX path; a "/" is put in front where there is none.
+    virtual void LocalPathToURIUnix(StringProxy path);
+    /// From a drive or UNC path: "C:\x" gives the path "/C|/x", "\\server\x" the host "server" and the
+    /// path "/x". Every ":" of the path becomes "|".
+    virtual void LocalPathToURIWin(StringProxy path);
 
     // ---- Setters ---------------------------------------------------------------------------------
     // They take raw text and escape it for its place; no value is refused. SetAuthority,
@@ -194,6 +247,69 @@ public:
     /// first byte that differs, taken unsigned, otherwise by length. Without `caseSensitive` both
     /// are compared in ASCII lower case. Compare("ab", "abc", true) is negative.
     [[nodiscard]] static int Compare(const std::string& a, const std::string& b, bool caseSensitive);
+
+    // ---- Relations -------------------------------------------------------------------------------
+    // Both URIs go through Resolve first. `caseSensitive` is about paths; all else compares exactly.
+
+    /// What this URI is to `other`, a RelationCode. Two hierarchical URIs of the same scheme, host and
+    /// port (a default port counts where none is written) relate by the segments of their unescaped
+    /// paths; user information, query and fragment take no part. "/a/b" is below "/a"; "/" and ""
+    /// are the same, but "/a" and "/a/" are unrelated. Non-hierarchical URIs are the same or
+    /// unrelated, relative ones unrelated.
+    [[nodiscard]] int GetRelation(const URI& other, bool caseSensitive) const;
+    /// The same of two texts, with case; each goes through Resolve once more.
+    [[nodiscard]] static int GetRelationByString(StringProxy a, StringProxy b);
+    /// The nearest directory that is, or is above, the directories of both; "http://h/a/" for
+    /// "http://h/a/b/c" and "http://h/a/d". If nothing is above both, the root of this URI. The
+    /// empty URI if either is relative. Linear without a resolver.
+    [[nodiscard]] URI GetCommonParent(const URI& other, bool caseSensitive) const;
+    [[nodiscard]] static URI GetCommonParentByString(StringProxy a, StringProxy b, bool caseSensitive);
+    /// Whether host and port are the same. No default port counts: "h" and "h:80" differ.
+    [[nodiscard]] static bool CompareAuthority(StringProxy a, StringProxy b);
+    /// Whether a segment of the path, the last one included, is `name`, unescaped and with case.
+    [[nodiscard]] bool IsUnderDirectory(StringProxy name) const;
+
+    // ---- The last path component -------------------------------------------------------------------
+    // Unescaped. A path that ends with "/" has no file name.
+
+    /// The text behind the last "/"; `withoutExtension` cuts it at its last ".", a leading one too.
+    [[nodiscard]] StringProxy GetFilename(bool withoutExtension) const;
+    /// From the file name's last "." on, or behind it; "" if that is the first character or missing.
+    [[nodiscard]] StringProxy GetExtension(bool withoutDot) const;
+    /// The file name, or a directory's own name: "b" for "/a/b" and "/a/b/"; "" at the root.
+    [[nodiscard]] StringProxy GetLastPathComponent() const;
+    /// Goes up to the directory that holds the last component, and returns that component. Query and
+    /// fragment are cleared.
+    StringProxy RemoveLastPathComponent();
+
+    // ---- Queries as maps ---------------------------------------------------------------------------
+    // "key=value&key=value", where "+" reads as a space. Keys and values in a map are unescaped.
+
+    /// Escapes the bytes of URIqueryexcluded, "&", "=" and "+" among them.
+    [[nodiscard]] static StringProxy QueryEscape(StringProxy text);
+    /// Reads "+" as a space, then decodes escapes ("%2B" is a "+").
+    [[nodiscard]] static StringProxy QueryUnescape(StringProxy text);
+    /// Fills `out` with the query's pairs, and with nothing else. A pair without "=" has an empty
+    /// value; of pairs with one key the last counts.
+    void GetQueryByMap(std::map<std::string, std::string>& out) const;
+    /// Replaces the query by the pairs of `in`, in the map's order: {a: "1", b: ""} is "a=1&b=".
+    void SetQueryByMap(const std::map<std::string, std::string>& in);
+    /// Writes the value of `key` to `value` and returns true, or returns false and writes nothing.
+    [[nodiscard]] bool GetQueryValue(StringProxy key, StringRefProxy value) const;
+    /// Sets one pair and writes the whole query anew as SetQueryByMap does: sorted by key, a key once.
+    void SetQueryValue(StringProxy key, StringProxy value);
+
+    // ---- Paths as lists of segments ----------------------------------------------------------------
+    // Nothing is unescaped, and "." and ".." are not resolved.
+
+    /// Appends the non-empty segments of `path` to `segments` and tells whether a slash begins it and
+    /// whether another one ends it. "/a//b/" gives "a", "b", true, true; "/" nothing, true, false.
+    static void SplitPath(const std::string& path, std::vector<std::string>& segments, bool& leadingSlash,
+                          bool& trailingSlash);
+    static void SplitPath(const std::string& path, std::vector<std::string>& segments);
+    /// The inverse. Nothing between two slashes gives one: ({}, true, true) is "/".
+    [[nodiscard]] static std::string JoinPath(const std::vector<std::string>& segments, bool leadingSlash,
+                                              bool trailingSlash);
 
     // ---- Escaping --------------------------------------------------------------------------------
     // Escapes are written as "%" and two upper-case hexadecimal digits and read leniently.
@@ -282,6 +398,10 @@ private:
     LUM_HIDDEN void StorePath(const PathAndTails& cuts);
     LUM_HIDDEN bool Conclude(bool isHierarchical, bool hasScheme, bool schemeIsLetters, bool hasBackslash);
     [[nodiscard]] LUM_HIDDEN bool IsWellFormed(bool schemeIsLetters, bool hasBackslash) const;
+    [[nodiscard]] LUM_HIDDEN bool HasSameAuthority(const URI& other) const;
+    [[nodiscard]] LUM_HIDDEN bool IsComparable(const URI& other) const noexcept;
+    [[nodiscard]] LUM_HIDDEN RelationCode Relate(const URI& other, bool caseSensitive) const;
+    LUM_HIDDEN void ClimbAtOnce(const URI& below, bool caseSensitive);
     LUM_HIDDEN void CheckInvariants() const noexcept;
 
     LUM_HIDDEN static URIResolver* m_Resolver;

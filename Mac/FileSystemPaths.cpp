@@ -1,0 +1,54 @@
+// Calls the host's string and URL services. Every object made is released on every way out.
+#include "Mac/FileSystemPaths.h"
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include "Platform/CoreFoundation/CFString.h"
+#include "Platform/CoreFoundation/CFURL.h"
+
+namespace Mac {
+namespace {
+
+struct Release {
+    void operator()(CFTypeRef object) const noexcept { CFRelease(object); }
+};
+
+/// One reference, given back at the end.
+template <class Ref>
+using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
+
+std::string TextOf(CFStringRef string) {
+    // With room for the NUL, which the service's own maximum leaves out.
+    const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8) + 1;
+    std::string text(static_cast<std::size_t>(size), '\0');
+    const bool isWritten = CFStringGetCString(string, text.data(), size, kCFStringEncodingUTF8) != 0;
+    return isWritten ? text.c_str() : std::string();
+}
+
+std::string Convert(const std::string& path, CFURLPathStyle from, CFURLPathStyle to) {
+    const Owned<CFStringRef> string(
+        CFStringCreateWithCString(kCFAllocatorDefault, path.c_str(), kCFStringEncodingUTF8));
+    if (!string) {
+        return {};
+    }
+    const Owned<CFURLRef> url(CFURLCreateWithFileSystemPath(kCFAllocatorDefault, string.get(), from, 0));
+    if (!url) {
+        return {};
+    }
+    const Owned<CFStringRef> converted(CFURLCopyFileSystemPath(url.get(), to));
+    return converted ? TextOf(converted.get()) : std::string();
+}
+
+}  // namespace
+
+std::string PosixToColonPath(const std::string& path) {
+    return Convert(path, kCFURLPOSIXPathStyle, kCFURLHFSPathStyle);
+}
+
+std::string ColonToPosixPath(const std::string& path) {
+    return Convert(path, kCFURLHFSPathStyle, kCFURLPOSIXPathStyle);
+}
+
+}  // namespace Mac
