@@ -60,6 +60,41 @@ expect 0 '%5Bx%20y%5D' "$lum" escape '[x y]'
 expect 0 'a b%4' "$lum" unescape 'a%20b%4'
 expect 0 'a%20é' "$lum" unescape --high-bytes-only 'a%20%C3%A9'
 
+expect 0 'http://a/b/g
+http://a/b/c/?y' "$lum" resolve 'http://a/b/c/d;p?q' ../g '?y'
+expect_lines 1 'http://h/b
+unknown:' 'b\na\\b' "$lum" resolve http://h/a
+expect 0 '{"base":"http://h/a","reference":"b","valid":true,"text":"http://h/b"}' "$lum" resolve --json http://h/a b
+expect 0 ../x "$lum" relative http://h/a/x http://h/a/b/c
+expect 0 b "$lum" relative --ignore-case http://h/A/b http://h/a/c
+expect 1 '' "$lum" relative http://h/a ftp://h/
+expect 1 '{"target":"http://h/a","base":"b","possible":false,"text":""}' "$lum" relative --json http://h/a b
+expect 0 'child 1' "$lum" relation http://h/a/b http://h/a
+expect 0 '{"a":"a","b":"b","relation":"none","code":0}' "$lum" relation --json a b
+expect 0 http://h/a/ "$lum" parent http://h/a/b/c http://h/a/d
+expect 1 '{"a":"a","b":"b","valid":false,"text":""}' "$lum" parent --json a b
+expect 0 'http://h/a/b%20c.txt
+  file name         b c.txt
+  extension         txt
+  last component    b c.txt
+  directory         no' "$lum" name 'http://h/a/b%20c.txt'
+expect_lines 0 '{"input":"/x/","valid":true,"filename":"","extension":"","lastComponent":"x","directory":true}' \
+    '/x/' "$lum" name --json
+expect 0 'a = 1 x
+b = 3&' "$lum" query 'http://h/?b=2&a=1+x&b=3%26'
+expect 0 2 "$lum" query 'http://h/?b=2' --get b
+expect 1 '' "$lum" query 'http://h/?b=2' --get B
+expect 0 'http://h/?a=1&b=2&c=x%20y' "$lum" query 'http://h/?b=2' --set a=1 'c=x y'
+expect 0 '?%5Bk=%5Dv' "$lum" query '' --set '[k=]v'
+expect_lines 0 '{"input":"?a=1&b","valid":true,"pairs":[{"key":"a","value":"1"},{"key":"b","value":""}]}' \
+    '?a=1&b' "$lum" query --json
+expect 0 'C:\a b' "$lum" path --to win 'file:///C|/a%20b'
+expect_lines 1 '
+/Volumes/Disk/x' 'http://h/\nfile:///Disk/x' "$lum" path --to unix
+expect 0 '{"input":"a:b","text":"file:///a/b"}' "$lum" path --json --from mac a:b
+expect 2 'lum: --to: foo not in {win,unix,mac} (lum --help tells more)' "$lum" path --to foo x
+expect 2 'lum: --set: no "=" in "k" (lum --help tells more)' "$lum" query x --set k
+
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: TEXT is required (lum --help tells more)' "$lum" escape

@@ -10,7 +10,7 @@ namespace {
 
 constexpr char kShield = '\x1A';
 
-void TakeShieldOff(CLI::Option* option) {
+CLI::Option* WithoutShield(CLI::Option* option) {
     // A validator may change the text; what it returns would be a complaint.
     const auto takeOff = [](std::string& text) -> std::string {
         if (text.starts_with(kShield)) {
@@ -18,7 +18,7 @@ void TakeShieldOff(CLI::Option* option) {
         }
         return {};
     };
-    option->transform(CLI::Validator(takeOff, "", "shield"));
+    return option->transform(CLI::Validator(takeOff, "", "shield"));
 }
 
 }  // namespace
@@ -35,12 +35,13 @@ std::vector<std::string> ShieldedArguments(int argc, const char* const* argv) {
     return arguments;
 }
 
-void AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help) {
-    TakeShieldOff(command.add_option(name, text, help)->required());
+CLI::Option* AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help) {
+    return WithoutShield(command.add_option(name, text, help));
 }
 
-void AddTexts(CLI::App& command, const std::string& name, std::vector<std::string>& texts, const std::string& help) {
-    TakeShieldOff(command.add_option(name, texts, help));
+CLI::Option* AddTexts(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
+                      const std::string& help) {
+    return WithoutShield(command.add_option(name, texts, help));
 }
 
 }  // namespace Tool

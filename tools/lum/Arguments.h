@@ -14,10 +14,11 @@ namespace Tool {
 /// The arguments behind the program's name, shielded, last one first as CLI11 takes them.
 std::vector<std::string> ShieldedArguments(int argc, const char* const* argv);
 
-/// Adds a positional text that must be there.
-void AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help);
+/// Adds a text, positional or as an option's value.
+CLI::Option* AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help);
 
-/// Adds any number of positional texts.
-void AddTexts(CLI::App& command, const std::string& name, std::vector<std::string>& texts, const std::string& help);
+/// Adds any number of texts.
+CLI::Option* AddTexts(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
+                      const std::string& help);
 
 }  // namespace Tool

@@ -9,5 +9,12 @@ namespace Tool {
 void AddParse(CLI::App& app, int& status);
 void AddEscape(CLI::App& app, int& status);
 void AddUnescape(CLI::App& app, int& status);
+void AddResolve(CLI::App& app, int& status);
+void AddRelative(CLI::App& app, int& status);
+void AddRelation(CLI::App& app, int& status);
+void AddParent(CLI::App& app, int& status);
+void AddName(CLI::App& app, int& status);
+void AddQuery(CLI::App& app, int& status);
+void AddPath(CLI::App& app, int& status);
 
 }  // namespace Tool

@@ -14,7 +14,7 @@ namespace Tool {
 void AddEscape(CLI::App& app, int& /*status*/) {
     auto* command = app.add_subcommand("escape", "Escape controls, spaces, delimiters and unwise characters");
     const auto text = std::make_shared<std::string>();
-    AddText(*command, "TEXT", *text, "The text, taken as it is");
+    AddText(*command, "TEXT", *text, "The text, taken as it is")->required();
     command->callback([text] { WriteLine(Lum::URI::Escape(*text)); });
 }
 

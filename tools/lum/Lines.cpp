@@ -76,6 +76,15 @@ void ForEachInputLine(const std::function<void(std::string_view)>& use) {
     }
 }
 
+void ForEachText(const std::vector<std::string>& texts, const std::function<void(std::string_view)>& use) {
+    if (texts.empty()) {
+        ForEachInputLine(use);
+    }
+    for (const std::string& text : texts) {
+        use(text);
+    }
+}
+
 void WriteText(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
         Fail("cannot write standard output", errno);

@@ -25,9 +25,10 @@ int Run(int argc, char** argv) {
     });
 
     int status = 0;
-    Tool::AddParse(app, status);
-    Tool::AddEscape(app, status);
-    Tool::AddUnescape(app, status);
+    for (const auto add : {Tool::AddParse, Tool::AddEscape, Tool::AddUnescape, Tool::AddResolve, Tool::AddRelative,
+                           Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery, Tool::AddPath}) {
+        add(app, status);
+    }
     try {
         app.parse(Tool::ShieldedArguments(argc, argv));
         Tool::FlushOutput();

@@ -15,6 +15,7 @@
 #include "tools/lum/Commands.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
 
 namespace Tool {
 namespace {
@@ -62,7 +63,7 @@ constexpr std::string_view Describe(Lum::URIProblemCode code) {
     return "not valid";
 }
 
-std::string Json(std::string_view text) {
+void WriteAsJson(std::string_view text) {
     const ParsedURI uri{std::string(text)};
     nlohmann::ordered_json object{
         {"input", text},
@@ -78,17 +79,7 @@ std::string Json(std::string_view text) {
         object["reason"] = Describe(problem.code);
         object["offset"] = problem.offset;
     }
-    return object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-}
-
-void AddRow(std::string& table, std::string_view name, std::string_view value) {
-    constexpr std::size_t nameColumns = 18;
-    table += "  ";
-    table += name;
-    if (!value.empty()) {
-        table.append(nameColumns - name.size(), ' ').append(value);
-    }
-    table += '\n';
+    WriteJson(object);
 }
 
 std::string Table(std::string_view text) {
@@ -99,12 +90,11 @@ std::string Table(std::string_view text) {
         table.append(Columns(Printable(text.substr(0, problem.offset))), ' ');
         table.append(std::max<std::size_t>(width, 1), '^');
         table += '\n';
-        AddRow(table, "not valid", Describe(problem.code));
+        table += Row("not valid", Describe(problem.code));
         return table;
     }
-    AddRow(table, "valid",
-           std::string(uri.IsRelative() ? "relative" : "absolute") +
-               (uri.IsHierarchical() ? ", hierarchical" : ", non-hierarchical"));
+    table += Row("valid", std::string(uri.IsRelative() ? "relative" : "absolute") +
+                              (uri.IsHierarchical() ? ", hierarchical" : ", non-hierarchical"));
     const auto components = uri.Components();
     std::size_t storedColumns = 0;
     for (const Component& component : components) {
@@ -118,13 +108,13 @@ std::string Table(std::string_view text) {
             if (component.stored != component.unescaped) {
                 value.append(storedColumns - Columns(value), ' ').append("  = ").append(Printable(component.unescaped));
             }
-            AddRow(table, component.name == "nonHierarchical" ? "non-hierarchical" : component.name, value);
+            table += Row(component.name == "nonHierarchical" ? "non-hierarchical" : component.name, value);
         }
     }
     if (const std::string port = uri.GetDefaultPort(); !port.empty()) {
-        AddRow(table, "default port", port);
+        table += Row("default port", port);
     }
-    AddRow(table, "text", Printable(uri.ToString(false)));
+    table += Row("text", Printable(uri.ToString(false)));
     return table;
 }
 
@@ -143,18 +133,14 @@ void AddParse(CLI::App& app, int& status) {
         bool isFirst = true;
         const auto show = [&](std::string_view text) {
             if (options->json) {
-                WriteText(Json(text) += '\n');
+                WriteAsJson(text);
             } else {
                 WriteText((isFirst ? "" : "\n") + Table(text));
             }
             isFirst = false;
             status |= Lum::ExplainURI(text).code == Lum::URIProblemCode::kValid ? 0 : 1;
         };
-        if (options->uris.empty()) {
-            ForEachInputLine(show);
-        } else {
-            std::for_each(options->uris.begin(), options->uris.end(), show);
-        }
+        ForEachText(options->uris, show);
     });
 }
 

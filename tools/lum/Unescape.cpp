@@ -18,7 +18,7 @@ void AddUnescape(CLI::App& app, int& /*status*/) {
         bool highBytesOnly = false;
     };
     const auto options = std::make_shared<Options>();
-    AddText(*command, "TEXT", options->text, "The escaped text");
+    AddText(*command, "TEXT", options->text, "The escaped text")->required();
     command->add_flag("--high-bytes-only", options->highBytesOnly, "Decode escapes of bytes from 80 to FF only");
     command->callback([options] { WriteLine(Lum::URI::Unescape(options->text, options->highBytesOnly)); });
 }

@@ -1,0 +1,75 @@
+// lum path: local paths of three styles from URIs, and URIs from local paths.
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Lum/URI.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
+
+namespace Tool {
+namespace {
+
+struct Style {
+    std::string_view name;
+    Lum::URI::StringProxy (Lum::URI::*to)() const;
+    void (Lum::URI::*from)(Lum::URI::StringProxy);
+};
+
+constexpr std::array<Style, 3> kStyles{{
+    {"win", &Lum::URI::ToLocalPathWin, &Lum::URI::LocalPathToURIWin},
+    {"unix", &Lum::URI::ToLocalPathUnix, &Lum::URI::LocalPathToURIUnix},
+    {"mac", &Lum::URI::ToLocalPathMac, &Lum::URI::LocalPathToURIMac},
+}};
+
+const Style& StyleNamed(std::string_view name) {
+    return *std::find_if(kStyles.begin(), kStyles.end(), [&](const Style& style) { return style.name == name; });
+}
+
+}  // namespace
+
+void AddPath(CLI::App& app, int& status) {
+    auto* command = app.add_subcommand("path", "Convert between URIs and local paths");
+    struct Options {
+        bool json = false;
+        std::string to;
+        std::string from;
+        std::string text;
+    };
+    const auto options = std::make_shared<Options>();
+    const auto isStyle = CLI::IsMember({"win", "unix", "mac"});
+    command->add_flag("--json", options->json, "Print one JSON object a line");
+    auto* direction = command->add_option_group("direction")->require_option(1);
+    direction->add_option("--to", options->to, "Print the local path of a URI in this style")->check(isStyle);
+    direction->add_option("--from", options->from, "Print the URI of a local path of this style")->check(isStyle);
+    auto* argument = AddText(*command, "TEXT", options->text, "URI or path; without it, the lines of standard input");
+    command->callback([options, argument, &status] {
+        const std::vector<std::string> one(argument->empty() ? 0 : 1, options->text);
+        ForEachText(one, [&](std::string_view text) {
+            std::string result;
+            if (options->from.empty()) {
+                const Lum::URI uri{Lum::URI::StringProxy(text)};
+                result = (uri.*StyleNamed(options->to).to)();
+                status |= result.empty() ? 1 : 0;
+            } else {
+                Lum::URI uri;
+                (uri.*StyleNamed(options->from).from)(text);
+                result = uri.ToString(false);
+            }
+            if (options->json) {
+                WriteJson({{"input", text}, {options->from.empty() ? "path" : "text", result}});
+            } else {
+                WriteLine(result);
+            }
+        });
+    });
+}
+
+}  // namespace Tool

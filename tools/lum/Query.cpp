@@ -1,0 +1,95 @@
+// lum query: the pairs of a query, one value of it, or the URI with some values set.
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Lum/URI.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Display.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
+
+namespace Tool {
+namespace {
+
+struct Options {
+    bool json = false;
+    std::string uri;
+    std::string key;
+    std::vector<std::string> pairs;
+};
+
+void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri) {
+    std::map<std::string, std::string> pairs;
+    uri.GetQueryByMap(pairs);
+    if (options.json) {
+        // Not an object of its own: keys that are not UTF-8 could become the same.
+        auto list = nlohmann::ordered_json::array();
+        for (const auto& [key, value] : pairs) {
+            list.push_back({{"key", key}, {"value", value}});
+        }
+        WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"pairs", list}});
+        return;
+    }
+    for (const auto& [key, value] : pairs) {
+        WriteLine(Printable(key) + " = " + Printable(value));
+    }
+}
+
+bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri) {
+    std::string value;
+    const bool isFound = uri.GetQueryValue(options.key, value);
+    if (options.json) {
+        WriteJson({{"input", text}, {"key", options.key}, {"found", isFound}, {"value", value}});
+    } else {
+        WriteLine(value);
+    }
+    return isFound;
+}
+
+void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
+    for (const std::string& pair : options.pairs) {
+        const std::size_t divider = pair.find('=');
+        uri.SetQueryValue(pair.substr(0, divider), pair.substr(divider + 1));
+    }
+    if (options.json) {
+        WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"text", uri.ToString(false)}});
+    } else {
+        WriteLine(uri.ToString(false));
+    }
+}
+
+}  // namespace
+
+void AddQuery(CLI::App& app, int& status) {
+    auto* command = app.add_subcommand("query", "Show the pairs of a query, get one, or set some");
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json, "Print one JSON object a line");
+    auto* uri = AddText(*command, "URI", options->uri, "The URI; without it, the lines of standard input");
+    auto* get = AddText(*command, "--get", options->key, "Print the value of this key")->option_text("KEY");
+    auto* set = AddTexts(*command, "--set", options->pairs, "Set these pairs and print the URI");
+    set->option_text("KEY=VALUE ...")->excludes(get)->check([](const std::string& pair) {
+        return pair.find('=') == std::string::npos ? "no \"=\" in \"" + pair + '"' : std::string();
+    });
+    command->callback([options, uri, get, set, &status] {
+        const std::vector<std::string> one(uri->empty() ? 0 : 1, options->uri);
+        ForEachText(one, [&](std::string_view text) {
+            Lum::URI parsed{Lum::URI::StringProxy(text)};
+            status |= parsed.IsValidURI() ? 0 : 1;
+            if (!get->empty()) {
+                status |= ShowOne(*options, text, parsed) ? 0 : 1;
+            } else if (!set->empty()) {
+                SetAndShow(*options, text, parsed);
+            } else {
+                ShowAll(*options, text, parsed);
+            }
+        });
+    });
+}
+
+}  // namespace Tool

@@ -1,0 +1,55 @@
+// lum relation: whether one URI is the other, above it or below it.
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <Lum/URI.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
+
+namespace Tool {
+namespace {
+
+std::string_view WordFor(int relation) {
+    switch (relation) {
+        case Lum::kRelationChild:
+            return "child";
+        case Lum::kRelationSame:
+            return "same";
+        case Lum::kRelationParent:
+            return "parent";
+        default:
+            return "none";
+    }
+}
+
+}  // namespace
+
+void AddRelation(CLI::App& app, int& /*status*/) {
+    auto* command = app.add_subcommand("relation", "Tell what URI A is to URI B: none 0, child 1, same 2, parent 3");
+    struct Options {
+        bool json = false;
+        bool ignoreCase = false;
+        std::string a;
+        std::string b;
+    };
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json, "Print one JSON object");
+    command->add_flag("--ignore-case", options->ignoreCase, "Take paths that differ in case for the same");
+    AddText(*command, "A", options->a, "A URI")->required();
+    AddText(*command, "B", options->b, "Another URI")->required();
+    command->callback([options] {
+        const int relation = Lum::URI(options->a).GetRelation(Lum::URI(options->b), !options->ignoreCase);
+        if (options->json) {
+            WriteJson({{"a", options->a}, {"b", options->b}, {"relation", WordFor(relation)}, {"code", relation}});
+        } else {
+            WriteLine(std::string(WordFor(relation)) + ' ' + std::to_string(relation));
+        }
+    });
+}
+
+}  // namespace Tool

@@ -1,0 +1,41 @@
+// lum relative: the shortest reference from a base to a target.
+#include <memory>
+#include <string>
+
+#include <Lum/URI.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
+
+namespace Tool {
+
+void AddRelative(CLI::App& app, int& status) {
+    auto* command = app.add_subcommand("relative", "Make the relative reference that leads from a base to a target");
+    struct Options {
+        bool json = false;
+        bool ignoreCase = false;
+        std::string target;
+        std::string base;
+    };
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json, "Print one JSON object");
+    command->add_flag("--ignore-case", options->ignoreCase, "Take path segments that differ in case for the same");
+    AddText(*command, "TARGET", options->target, "The URI to be reached")->required();
+    AddText(*command, "BASE", options->base, "The URI to start from")->required();
+    command->callback([options, &status] {
+        Lum::URI uri(options->target);
+        const bool isRelative = uri.MakeRelativeURI(Lum::URI(options->base), !options->ignoreCase);
+        status = isRelative ? 0 : 1;
+        const std::string text = isRelative ? uri.ToString(false) : std::string();
+        if (options->json) {
+            WriteJson({{"target", options->target}, {"base", options->base}, {"possible", isRelative}, {"text", text}});
+        } else {
+            WriteLine(text);
+        }
+    });
+}
+
+}  // namespace Tool
