@@ -1,0 +1,44 @@
+// Property: any reference applies to any base; relations agree from both sides and with the common
+// parent, and a URI made relative resolves to where it was.
+#include <string>
+
+#include <Lum/URI.h>
+
+#include "Fuzz.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const std::string::size_type divider = text.find('\n');
+    const Lum::URI base(text.substr(0, divider));
+    const std::string reference = divider == std::string::npos ? text : text.substr(divider + 1);
+    Lum::URI uri = base;
+    Require(uri.ChDir(reference, false));
+    Lum::URI made(reference);
+    const bool isMade = made.MakeAbsoluteURI(base);
+    // Against the empty state, which counts as absolute, a reference stays relative.
+    Require(!isMade || made.IsAbsolute() || !base.IsValidURI());
+
+    const int relation = base.GetRelation(uri, true);
+    const int reverse = uri.GetRelation(base, true);
+    Require(relation == reverse || relation + reverse == Lum::kRelationChild + Lum::kRelationParent);
+    const Lum::URI parent = base.GetCommonParent(uri, true);
+    Require(!parent.IsValidURI() || parent.GetCommonParent(uri, true) == parent);
+    (void)base.GetCommonParent(uri, false);
+
+    Lum::URI relative = uri;
+    if (relative.MakeRelativeURI(base, true) && uri.IsValidURI() && !uri.IsRelative() && uri.IsHierarchical()) {
+        Require(relative.IsRelative());
+        Lum::URI back = relative;
+        (void)back.MakeAbsoluteURI(base);
+        (void)back.GetRelation(uri, true);
+    }
+    const Lum::URI before = uri;
+    const std::string component = before.GetLastPathComponent();
+    Require(uri.RemoveLastPathComponent() == component);
+    (void)uri.GetFilename(true);
+    (void)uri.GetExtension(true);
+    (void)uri.IsUnderDirectory(component);
+    (void)uri.IsOfFileType(reference);
+    uri.ChDir(reference, true);
+    return 0;
+}
