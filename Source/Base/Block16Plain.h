@@ -17,6 +17,15 @@ public:
         std::memcpy(block.m_Bytes.data(), from, block.m_Bytes.size());
         return block;
     }
+    /// A block from `size` bytes, at most 16, with NULs behind them.
+    static Block16 LoadShort(const char* from, std::size_t size) noexcept {
+        Block16 block;
+        block.m_Bytes = {};
+        for (std::size_t i = 0; i < size; ++i) {
+            block.m_Bytes[i] = static_cast<unsigned char>(from[i]);
+        }
+        return block;
+    }
     void Store(char* to) const noexcept { std::memcpy(to, m_Bytes.data(), m_Bytes.size()); }
 
     /// Bit i tells whether byte i equals `c`.
@@ -38,10 +47,11 @@ public:
     }
     /// Bit i tells whether byte i lies in one of `ranges`.
     template <std::size_t N>
-    [[nodiscard]] std::uint32_t InAnyRange(const std::array<ByteRange, N>& ranges) const noexcept {
+    [[nodiscard]] std::uint32_t InAnyRange(const ByteRanges<N>& ranges) const noexcept {
         std::uint32_t bits = 0;
-        for (const ByteRange range : ranges) {
-            bits |= InRange(range.low, range.high);
+        for (std::size_t i = 0; i < N; ++i) {
+            const unsigned char low = ranges.low[i][0];
+            bits |= InRange(low, static_cast<unsigned char>(low + ranges.width[i][0]));
         }
         return bits;
     }

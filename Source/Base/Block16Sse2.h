@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "Source/Base/ByteRange.h"
 
@@ -15,6 +16,27 @@ class Block16 {
 public:
     static Block16 Load(const char* from) noexcept {
         return Block16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from)));
+    }
+    static Block16 LoadShort(const char* from, std::size_t size) noexcept {
+        // Put together in registers from loads that overlap: a detour through memory would have to
+        // wait until all the small stores are there.
+        std::uint64_t low = 0;
+        std::uint64_t high = 0;
+        if (size >= 16) {
+            return Load(from);
+        }
+        if (size >= 8) {
+            low = Word<std::uint64_t>(from);
+            high = Word<std::uint64_t>(from + size - 8) >> (8 * (15 - size)) >> 8;
+        } else if (size >= 4) {
+            low = Word<std::uint32_t>(from) | std::uint64_t{Word<std::uint32_t>(from + size - 4)} << (8 * (size - 4));
+        } else if (size > 0) {
+            const auto byte = [&](std::size_t i) {
+                return std::uint64_t{static_cast<unsigned char>(from[i])} << (8 * i);
+            };
+            low = byte(0) | byte(size / 2) | byte(size - 1);
+        }
+        return Block16(_mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low)));
     }
     void Store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), m_Bytes); }
 
@@ -29,10 +51,10 @@ public:
         return Bits(Within(m_Bytes, low, high));
     }
     template <std::size_t N>
-    [[nodiscard]] std::uint32_t InAnyRange(const std::array<ByteRange, N>& ranges) const noexcept {
+    [[nodiscard]] std::uint32_t InAnyRange(const ByteRanges<N>& ranges) const noexcept {
         __m128i lanes = _mm_setzero_si128();
-        for (const ByteRange range : ranges) {
-            lanes = _mm_or_si128(lanes, Within(m_Bytes, range.low, range.high));
+        for (std::size_t i = 0; i < N; ++i) {
+            lanes = _mm_or_si128(lanes, Within(m_Bytes, Row(ranges.low[i]), Row(ranges.width[i])));
         }
         return Bits(lanes);
     }
@@ -45,11 +67,23 @@ private:
 
     static std::uint32_t Bits(__m128i lanes) noexcept { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
     static __m128i Same(__m128i bytes, char c) noexcept { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }
-    static __m128i Within(__m128i bytes, unsigned char low, unsigned char high) noexcept {
-        // Shifted down by `low`, the range is [0, high - low], and the unsigned minimum tells.
-        const __m128i shifted = _mm_sub_epi8(bytes, _mm_set1_epi8(static_cast<char>(low)));
-        const __m128i width = _mm_set1_epi8(static_cast<char>(high - low));
+    /// Shifted down by `low`, the range is [0, width], and the unsigned minimum tells.
+    static __m128i Within(__m128i bytes, __m128i low, __m128i width) noexcept {
+        const __m128i shifted = _mm_sub_epi8(bytes, low);
         return _mm_cmpeq_epi8(_mm_min_epu8(shifted, width), shifted);
+    }
+    static __m128i Within(__m128i bytes, unsigned char low, unsigned char high) noexcept {
+        return Within(bytes, _mm_set1_epi8(static_cast<char>(low)), _mm_set1_epi8(static_cast<char>(high - low)));
+    }
+    template <class Lanes>
+    static __m128i Row(const Lanes& lanes) noexcept {
+        return _mm_load_si128(reinterpret_cast<const __m128i*>(lanes.data()));
+    }
+    template <class Value>
+    static Value Word(const char* from) noexcept {
+        Value value;
+        std::memcpy(&value, from, sizeof value);
+        return value;
     }
 
     __m128i m_Bytes;

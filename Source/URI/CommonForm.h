@@ -7,53 +7,16 @@
 // behind "//" is a "/", the authority does.
 #pragma once
 
-#include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 #include "Source/Base/Block16.h"
+#include "Source/Base/BlockedText.h"
 #include "Source/URI/Cutter.h"
 
 namespace Lum {
-
-/// A text in blocks: one below sixteen bytes is padded with NULs, and the last block of a longer one
-/// overlaps the block before it.
-template <class Block>
-class BlockedText {
-public:
-    static constexpr std::size_t kStep = 16;
-
-    explicit BlockedText(std::string_view text) noexcept : m_Data(text.data()), m_Last(0) {
-        if (text.size() < kStep) {
-            std::memcpy(m_Padded.data(), text.data(), text.size());
-            m_Data = m_Padded.data();
-        } else {
-            m_Last = text.size() - kStep;
-        }
-    }
-    BlockedText(const BlockedText&) = delete;
-    BlockedText& operator=(const BlockedText&) = delete;
-
-    struct Part {
-        Block block;
-        std::size_t start;    ///< The place in the text of the block's first byte.
-        std::uint32_t fresh;  ///< The bits of the bytes asked for; those before overlap.
-    };
-    /// The block that holds the place `from`, which lies in the text.
-    [[nodiscard]] Part At(std::size_t from) const noexcept {
-        const std::size_t start = std::min(from, m_Last);
-        return {Block::Load(m_Data + start), start, ~std::uint32_t{0} << (from - start)};
-    }
-
-private:
-    std::array<char, kStep> m_Padded{};
-    const char* m_Data;
-    std::size_t m_Last;
-};
 
 /// Where the pieces of a text of common form lie. Numbers and flags only, so that they stay in
 /// registers until the pieces are stored.
@@ -83,12 +46,30 @@ template <class Block>
     return false;
 }
 
-/// Whether the first of the delimiters that decide it shows `text` to have no scheme.
+/// Cuts `text` if the first of the delimiters that decide it shows it to have no scheme; otherwise
+/// returns false.
 template <class Block = Block16>
-bool IsPlainlyRelative(std::string_view text) noexcept {
-    constexpr std::size_t step = BlockedText<Block>::kStep;
-    const std::uint32_t delimiters = BlockedText<Block>(text).At(0).block.template EqualsAny<':', '/', '?', '#'>();
-    return delimiters == 0 ? text.size() <= step : text[static_cast<std::size_t>(std::countr_zero(delimiters))] == '/';
+bool CutPlainlyRelative(std::string_view text, PathAndTails& cuts) noexcept {
+    const BlockedText<Block> blocks(text);
+    const std::uint32_t delimiters = blocks.At(0).block.template EqualsAny<':', '/', '?', '#'>();
+    if (delimiters == 0 && text.size() > BlockedText<Block>::kStep) {
+        return false;
+    }
+    const auto first = static_cast<std::size_t>(std::countr_zero(delimiters));
+    if (delimiters == 0 || text[first] == '/') {
+        if (HasTails(blocks, text.size(), 0)) {
+            cuts = CutTails(text);
+        } else {
+            cuts.path = text;
+        }
+        return true;
+    }
+    if (text[first] == ':') {
+        return false;
+    }
+    // No ":" before the first "?" or "#"; the path has none if it ends there.
+    cuts = CutTails(text);
+    return cuts.path.size() == first;
 }
 
 template <class Block = Block16>

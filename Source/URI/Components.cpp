@@ -54,6 +54,10 @@ void URI::SetPath(StringProxy path) {
     } else {
         m_Path = FastEscapeChars(std::move(path.m_Text), kExcluded);
     }
+    AcceptPath();
+}
+
+void URI::AcceptPath() {
     if (m_Scheme == kUnknownScheme) {
         m_Scheme.clear();
     }

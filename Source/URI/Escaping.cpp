@@ -15,6 +15,7 @@
 
 #include "Source/Base/Ascii.h"
 #include "Source/Base/Block16.h"
+#include "Source/Base/BlockedText.h"
 #include "Source/Base/ByteSearch.h"
 #include "Source/URI/HexEscape.h"
 #include "Source/URI/HostText.h"
@@ -65,24 +66,6 @@ private:
     std::string m_Result;
 };
 
-/// The place of the first member of `set`, or the size of `text`.
-std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
-    std::size_t i = 0;
-    for (; i + kStep <= text.size(); i += kStep) {
-        std::uint32_t unsure = ~Block16::Load(text.data() + i).InAnyRange(set.KeptRanges()) & kWholeBlock;
-        for (; unsure != 0; unsure &= unsure - 1) {
-            const std::size_t at = i + static_cast<std::size_t>(std::countr_zero(unsure));
-            if (set.Contains(text[at])) {
-                return at;
-            }
-        }
-    }
-    while (i < text.size() && !set.Contains(text[i])) {
-        ++i;
-    }
-    return i;
-}
-
 /// Writes what `c` becomes to `to` (four bytes may be written) and returns the end of it.
 char* EscapeByte(char c, const EscapeSet& set, char* to) noexcept {
     const EscapeSet::Output output = set.OutputFor(c);
@@ -120,6 +103,21 @@ std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet
 }
 
 }  // namespace
+
+std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
+    const BlockedText<Block16> blocks(text);
+    for (std::size_t i = 0; i < text.size(); i += kStep) {
+        const auto part = blocks.At(i);
+        std::uint32_t unsure = ~part.block.InAnyRange(set.KeptRanges()) & kWholeBlock & part.fresh;
+        for (; unsure != 0; unsure &= unsure - 1) {
+            const std::size_t at = part.start + static_cast<std::size_t>(std::countr_zero(unsure));
+            if (at >= text.size() || set.Contains(text[at])) {
+                return std::min(at, text.size());
+            }
+        }
+    }
+    return text.size();
+}
 
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set) {
     const std::size_t clean = FindMember(text, set);

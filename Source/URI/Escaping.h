@@ -30,7 +30,7 @@ public:
             m_Outputs[c] = members.Contains(byte) ? Output{'%', digits[c / 16], digits[c % 16], 3}
                                                   : Output{static_cast<char>(byte), 0, 0, 1};
         }
-        FindWidestKeptRanges();
+        m_Kept = ByteRanges<4>(WidestKeptRanges());
     }
 
     [[nodiscard]] constexpr bool Contains(char c) const noexcept {
@@ -38,12 +38,13 @@ public:
     }
     [[nodiscard]] constexpr Output OutputFor(char c) const noexcept { return m_Outputs[static_cast<unsigned char>(c)]; }
     /// Ranges of bytes that stay as they are: a block of text within them needs no closer look.
-    [[nodiscard]] constexpr const std::array<ByteRange, 4>& KeptRanges() const noexcept { return m_Kept; }
+    [[nodiscard]] constexpr const ByteRanges<4>& KeptRanges() const noexcept { return m_Kept; }
 
 private:
     // No set used here holds every byte, so at least one range is found.
-    consteval void FindWidestKeptRanges() noexcept {
+    consteval std::array<ByteRange, 4> WidestKeptRanges() const noexcept {
         const auto width = [](ByteRange r) { return r.high - r.low; };
+        std::array<ByteRange, 4> kept;
         std::size_t found = 0;
         for (unsigned c = 0; c < 256; ++c) {
             if (m_Members.Contains(static_cast<unsigned char>(c))) {
@@ -54,26 +55,27 @@ private:
                 ++c;
             }
             const ByteRange range{static_cast<unsigned char>(low), static_cast<unsigned char>(c)};
-            if (found < m_Kept.size()) {
-                m_Kept[found++] = range;
+            if (found < kept.size()) {
+                kept[found++] = range;
                 continue;
             }
             std::size_t narrowest = 0;
-            for (std::size_t i = 1; i < m_Kept.size(); ++i) {
-                narrowest = width(m_Kept[i]) < width(m_Kept[narrowest]) ? i : narrowest;
+            for (std::size_t i = 1; i < kept.size(); ++i) {
+                narrowest = width(kept[i]) < width(kept[narrowest]) ? i : narrowest;
             }
-            if (width(range) > width(m_Kept[narrowest])) {
-                m_Kept[narrowest] = range;
+            if (width(range) > width(kept[narrowest])) {
+                kept[narrowest] = range;
             }
         }
-        for (; found < m_Kept.size(); ++found) {
-            m_Kept[found] = m_Kept[0];
+        for (; found < kept.size(); ++found) {
+            kept[found] = kept[0];
         }
+        return kept;
     }
 
     CharBitMap m_Members;
     std::array<Output, 256> m_Outputs{};
-    std::array<ByteRange, 4> m_Kept{};
+    ByteRanges<4> m_Kept;
 };
 
 inline constexpr EscapeSet kExcluded{URIexcludedBitMap};
@@ -81,6 +83,12 @@ inline constexpr EscapeSet kModifiedExcluded{ModifiedURIEXcludedBitMap};
 inline constexpr EscapeSet kQueryExcluded{URIqueryexcludedBitMap};
 inline constexpr EscapeSet kNonhierExcluded{URInonhierexcludedBitMap};
 inline constexpr EscapeSet kHighBytesExcluded{URIhighBytesExcludedBitMap};
+
+/// The place of the first member of `set`, or the size of `text`.
+std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept;
+inline bool HasMember(std::string_view text, const EscapeSet& set) noexcept {
+    return FindMember(text, set) != text.size();
+}
 
 /// `text` with every member of `set` escaped.
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set);

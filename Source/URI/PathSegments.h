@@ -5,9 +5,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "Source/Base/Block16.h"
+#include "Source/Base/BlockedText.h"
 #include "Source/Base/ByteSearch.h"
 
 namespace Lum {
@@ -44,6 +48,27 @@ inline bool HasLeadingSlash(std::string_view path) noexcept { return path.starts
 
 /// Whether a slash ends the path that is not the one that begins it.
 inline bool HasTrailingSlash(std::string_view path) noexcept { return path.size() > 1 && path.ends_with('/'); }
+
+/// Whether no segment is empty or begins with a dot, as far as one look tells: what is neither may be
+/// joined and cut as text.
+template <class Block = Block16>
+bool HasPlainSegments(std::string_view path) noexcept {
+    if (path.starts_with('.')) {
+        return false;
+    }
+    const BlockedText<Block> blocks(path);
+    std::uint32_t slashBefore = 0;
+    for (std::size_t i = 0; i < path.size(); i += BlockedText<Block>::kStep) {
+        const auto part = blocks.At(i);
+        const std::uint32_t slashes = part.block.Equals('/');
+        const std::uint32_t follows = slashes << 1 | (i == part.start ? slashBefore : 0);
+        if ((follows & part.block.template EqualsAny<'/', '.'>()) != 0) {
+            return false;
+        }
+        slashBefore = slashes >> (BlockedText<Block>::kStep - 1);
+    }
+    return true;
+}
 
 inline std::size_t CountSegments(std::string_view path) noexcept {
     std::size_t count = 0;

@@ -5,6 +5,8 @@
 // paths, so that "%2E%2E" counts as ".." and "%2F" divides segments; the setters escape again.
 #include "Source/URI/Resolution.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -42,17 +44,52 @@ std::string ResolvePath(std::string_view base, std::string_view reference, bool 
     return std::move(path).Take(HasTrailingSlash(reference) || endsAsDirectory);
 }
 
+std::optional<PathEdit> FindPathEdit(std::string_view base, std::string_view reference) noexcept {
+    if (reference.empty()) {
+        return std::nullopt;
+    }
+    std::string_view directory = base.substr(0, base.size() - LastSegment(base).size());
+    while (reference.starts_with('.')) {
+        const std::size_t dots = reference.starts_with("..") ? 2 : 1;
+        if (reference.size() > dots && reference[dots] != '/') {
+            return std::nullopt;
+        }
+        if (dots == 2) {
+            if (directory.size() < 2) {
+                return std::nullopt;
+            }
+            directory.remove_suffix(1);
+            directory = directory.substr(0, directory.size() - LastSegment(directory).size());
+        }
+        reference.remove_prefix(std::min(dots + 1, reference.size()));
+    }
+    if (reference.starts_with('/') || !HasPlainSegments(reference) || !HasPlainSegments(base)) {
+        return std::nullopt;
+    }
+    return PathEdit{directory.size(), reference};
+}
+
 namespace {
 
 /// Cuts a reference that is relative and valid; returns false for any other.
 bool CutRelative(std::string_view text, PathAndTails& cuts) noexcept {
-    if (IsPlainlyRelative(text)) {
-        cuts = CutTails(text);
+    if (CutPlainlyRelative(text, cuts)) {
         return !cuts.hasBackslash;
     }
     const Cuts all = Cut(text);
     cuts = all.rest;
     return !all.hasScheme && !cuts.hasBackslash;
+}
+
+/// Stores what escaping the unescaped text would give.
+void StoreNormalised(std::string& component, std::string_view escaped) {
+    if (escaped.empty()) {
+        component.clear();
+    } else if (HasMember(escaped, kExcluded)) {
+        component = FastEscapeChars(UnescapeText(escaped), kExcluded);
+    } else {
+        component.assign(escaped.data(), escaped.size());
+    }
 }
 
 }  // namespace
@@ -76,23 +113,33 @@ bool URI::ChDir(StringProxy reference, bool escape) {
         URI::operator=(URI(std::move(text)));
         return true;
     }
-    const UnescapedView path(cuts.path);
-    const UnescapedView query(cuts.query);
-    const UnescapedView fragment(cuts.fragment);
-    if (!HasLeadingSlash(path.Get())) {
-        if (Segments(path.Get()).AtEnd() && cuts.query.empty()) {
-            SetFragment(fragment.Get());
-            return true;
-        }
-        const UnescapedView base(m_Path);
-        // A relative target keeps what climbs above its start; an absolute one has nothing there.
-        SetPath(ResolvePath(base.Get(), path.Get(), IsRelative()));
+    const UnescapedView unescaped(cuts.path);
+    const std::string_view path = unescaped.Get();
+    if (HasLeadingSlash(path)) {
+        SetPath(path);
+    } else if (!Segments(path).AtEnd() || !cuts.query.empty()) {
+        ChangePath(path);
     } else {
-        SetPath(path.Get());
+        StoreNormalised(m_Fragment, cuts.fragment);
+        return true;
     }
-    SetQuery(query.Get(), true);
-    SetFragment(fragment.Get());
+    StoreNormalised(m_Query, cuts.query);
+    StoreNormalised(m_Fragment, cuts.fragment);
     return true;
+}
+
+void URI::ChangePath(std::string_view reference) {
+    // Where both paths are as SetPath would store them, most references come to a cut and an addition.
+    if (!HasMember(reference, kExcluded) && !HasMember(m_Path, kExcluded)) {
+        if (const auto edit = FindPathEdit(m_Path, reference)) {
+            m_Path.replace(edit->kept, std::string::npos, edit->added);
+            AcceptPath();
+            return;
+        }
+    }
+    const UnescapedView base(m_Path);
+    // A relative target keeps what climbs above its start; an absolute one has nothing there.
+    SetPath(ResolvePath(base.Get(), reference, IsRelative()));
 }
 
 bool URI::MakeAbsoluteURI(const URI& base) {

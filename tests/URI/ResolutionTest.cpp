@@ -141,6 +141,9 @@ TEST(Resolution, EveryShortPathResolvesByTheDefinition) {
             for (const bool keeps : {false, true}) {
                 const std::string path = Lum::ResolvePath(base, reference, keeps);
                 ASSERT_EQ(path, ResolveSlowly(base, reference, keeps)) << base << ' ' << reference;
+                const auto edit = Lum::FindPathEdit(base, reference);
+                ASSERT_TRUE(!edit || base.substr(0, edit->kept) + std::string(edit->added) == path)
+                    << base << ' ' << reference;
                 // Nothing climbs above the root, and no dot segment is left.
                 ASSERT_TRUE(keeps || ('/' + path + '/').find("/./") == std::string::npos);
                 ASSERT_TRUE(keeps || ('/' + path + '/').find("/../") == std::string::npos);
