@@ -7,6 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,14 @@ inline std::vector<std::string>& CaseNames() {
     return names;
 }
 
-inline constexpr const char* kCallsCounter = "calls";
+/// The names of all growth cases registered, "family/operation/size", in their order.
+inline std::vector<std::string>& GrowthNames() {
+    static std::vector<std::string> names;
+    return names;
+}
+
+/// How much of what a figure is told for there is in one iteration: calls, or elements.
+inline constexpr const char* kUnitsCounter = "units";
 inline constexpr const char* kAllocationsCounter = "allocations";
 
 enum class Count { Time, TimeAndAllocations };
@@ -40,7 +48,7 @@ void Measure(benchmark::State& state, const Inputs& inputs, Call call, Count cou
         pass();
     }
     const auto calls = static_cast<double>(inputs.size());
-    state.counters[kCallsCounter] = calls;
+    state.counters[kUnitsCounter] = calls;
     if (count == Count::TimeAndAllocations) {
         const auto before = AllocationCount();
         pass();
@@ -55,27 +63,47 @@ void Register(const std::string& caseName, const std::string& subject, Run run) 
     benchmark::RegisterBenchmark(CaseNames().back().c_str(), run);
 }
 
-/// Adds `caseName` ("family/case") for a subject that takes the texts as they are. The texts must
-/// outlive the run; each run works on its own copy of `call`.
-template <class Call>
-void AddCase(const std::string& caseName, const std::string& subject, const std::vector<std::string>& texts, Call call,
+/// Adds `caseName` ("family/case") for a subject that takes the inputs, texts mostly, as they are. They
+/// must outlive the run; each run works on its own copy of `call`.
+template <class Input, class Call>
+void AddCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Call call,
              Count count = Count::Time) {
-    Register(caseName, subject, [&texts, call, count](benchmark::State& state) { Measure(state, texts, call, count); });
+    Register(caseName, subject,
+             [&inputs, call, count](benchmark::State& state) { Measure(state, inputs, call, count); });
 }
 
-/// The same for a subject that needs something made of each text first, which `prepare` does outside
+/// The same for a subject that needs something made of each input first, which `prepare` does outside
 /// the clock: the text in the subject's own string type, or an object to work on.
-template <class Prepare, class Call>
-void AddPreparedCase(const std::string& caseName, const std::string& subject, const std::vector<std::string>& texts,
+template <class Input, class Prepare, class Call>
+void AddPreparedCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs,
                      Prepare prepare, Call call, Count count = Count::Time) {
-    Register(caseName, subject, [&texts, prepare, call, count](benchmark::State& state) {
-        std::vector<decltype(prepare(texts.front()))> inputs;
-        inputs.reserve(texts.size());
-        for (const std::string& text : texts) {
-            inputs.push_back(prepare(text));
+    Register(caseName, subject, [&inputs, prepare, call, count](benchmark::State& state) {
+        std::vector<decltype(prepare(inputs.front()))> prepared;
+        prepared.reserve(inputs.size());
+        for (const Input& input : inputs) {
+            prepared.push_back(prepare(input));
         }
-        Measure(state, inputs, call, count);
+        Measure(state, prepared, call, count);
     });
+}
+
+/// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the
+/// size and gives what is to be called, everything that it works on being made; the figure is told
+/// for an element.
+template <class Prepare>
+void AddGrowthCases(const std::string& operation, const std::vector<std::size_t>& sizes, Prepare prepare) {
+    for (const std::size_t size : sizes) {
+        GrowthNames().push_back(operation + "/" + std::to_string(size));
+        benchmark::RegisterBenchmark(GrowthNames().back().c_str(), [size, prepare](benchmark::State& state) {
+            auto call = prepare(size);
+            call();
+            for ([[maybe_unused]] auto iteration : state) {
+                decltype(auto) result = call();
+                benchmark::DoNotOptimize(result);
+            }
+            state.counters[kUnitsCounter] = static_cast<double>(size);
+        });
+    }
 }
 
 }  // namespace Bench

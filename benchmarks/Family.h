@@ -24,12 +24,14 @@ inline constexpr const char* kNobody = "";
 
 enum class Quantity { Time, Allocations };
 
-/// What the measured subject's figure has to keep below: `most` times that of subject `of`.
+/// What the measured subject's figure has to keep below: `most` times that of subject `of`, in the
+/// same case or in the one that `ofCase` names.
 struct Goal {
     std::string caseName;  ///< "family/case"
     double most;
     std::string of;
     Quantity quantity = Quantity::Time;
+    std::string ofCase = {};  ///< "family/case", or empty for `caseName`.
 };
 
 struct Family {

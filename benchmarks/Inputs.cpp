@@ -133,15 +133,4 @@ std::string Escaped(std::string_view text, std::size_t size) {
     return escaped;
 }
 
-std::vector<std::string> Spread(const std::vector<std::string>& texts, std::size_t count) {
-    if (texts.size() <= count) {
-        return texts;
-    }
-    std::vector<std::string> spread;
-    for (std::size_t i = 0; i < count; ++i) {
-        spread.push_back(texts[i * texts.size() / count]);
-    }
-    return spread;
-}
-
 }  // namespace Bench

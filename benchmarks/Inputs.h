@@ -28,7 +28,17 @@ namespace Bench {
 /// before an escape; letters fill up what the cut leaves.
 [[nodiscard]] std::string Escaped(std::string_view text, std::size_t size = std::string_view::npos);
 
-/// `count` of `texts`, spread evenly; all of them where there are no more.
-[[nodiscard]] std::vector<std::string> Spread(const std::vector<std::string>& texts, std::size_t count);
+/// `count` of `items`, spread evenly; all of them where there are no more.
+template <class Item>
+[[nodiscard]] std::vector<Item> Spread(const std::vector<Item>& items, std::size_t count) {
+    if (items.size() <= count) {
+        return items;
+    }
+    std::vector<Item> spread;
+    for (std::size_t i = 0; i < count; ++i) {
+        spread.push_back(items[i * items.size() / count]);
+    }
+    return spread;
+}
 
 }  // namespace Bench

@@ -12,6 +12,7 @@
 
 #include "Case.h"
 #include "Family.h"
+#include "Growth.h"
 #include "Results.h"
 #include "Table.h"
 
@@ -51,10 +52,11 @@ std::vector<Bench::CaseResult> Select(const Bench::Family& family, std::vector<B
     return cases;
 }
 
-bool WriteJson(const Settings& settings, const std::vector<Bench::CaseResult>& cases) {
+bool WriteJson(const Settings& settings, const std::vector<Bench::CaseResult>& cases,
+               const std::vector<Bench::CaseResult>& growth) {
     nlohmann::json families = nlohmann::json::array();
     for (const Bench::Family& family : Bench::Families()) {
-        families.push_back(Bench::ToJson(family, Select(family, cases)));
+        families.push_back(Bench::ToJson(family, Select(family, cases), Select(family, growth)));
     }
     std::ofstream file(settings.json);
     file << nlohmann::json{{"repetitions", settings.repetitions},
@@ -77,15 +79,22 @@ int Run(const Settings& settings) {
 
     const std::vector<std::string>& names = Bench::CaseNames();
     const std::vector<Bench::CaseResult> cases = collector.Cases(names);
-    if (cases.empty()) {
+    const std::vector<Bench::CaseResult> growth = collector.Cases(Bench::GrowthNames());
+    if (cases.empty() && growth.empty()) {
         std::cerr << "lum-bench: no case matches\n";
         return 1;
     }
     for (const Bench::Family& family : Bench::Families()) {
-        Bench::PrintTable(std::cout, family, Select(family, cases), names);
+        const auto ownCases = Select(family, cases);
+        const auto ownGrowth = Select(family, growth);
+        Bench::PrintTable(std::cout, family, ownCases, names);
+        Bench::PrintGrowth(std::cout, ownGrowth);
+        if (!ownCases.empty() || !ownGrowth.empty()) {
+            Bench::PrintNotes(std::cout, family);
+        }
     }
     Bench::PrintFootnote(std::cout);
-    if (!settings.json.empty() && !WriteJson(settings, cases)) {
+    if (!settings.json.empty() && !WriteJson(settings, cases, growth)) {
         std::cerr << "lum-bench: cannot write " << settings.json << '\n';
         return 1;
     }

@@ -15,6 +15,30 @@ double Median(std::vector<double> values) {
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+std::optional<double> TimeRatio(const Figure* figure, const Figure* other) {
+    if (figure == nullptr || other == nullptr) {
+        return std::nullopt;
+    }
+    return figure->nanoseconds / other->nanoseconds;
+}
+
+std::optional<double> AllocationRatio(const Figure* figure, const Figure* other) {
+    if (figure == nullptr || other == nullptr || !figure->allocations || !other->allocations) {
+        return std::nullopt;
+    }
+    // None is as few as none, whatever the quotient.
+    return *figure->allocations == 0 ? 0 : *figure->allocations / *other->allocations;
+}
+
+/// The case that a goal of `result` compares with; null where it did not run.
+const CaseResult* Opposite(const CaseResult& result, const std::vector<CaseResult>& cases, const Goal& goal) {
+    if (goal.ofCase.empty()) {
+        return &result;
+    }
+    const auto found = std::find_if(cases.begin(), cases.end(), [&](const auto& c) { return c.name == goal.ofCase; });
+    return found == cases.end() ? nullptr : &*found;
+}
+
 }  // namespace
 
 const Figure* CaseResult::Find(const std::string& subject) const {
@@ -23,12 +47,7 @@ const Figure* CaseResult::Find(const std::string& subject) const {
 }
 
 std::optional<double> CaseResult::RatioTo(const std::string& subject) const {
-    const Figure* const measured = Find(kMeasured);
-    const Figure* const other = Find(subject);
-    if (measured == nullptr || other == nullptr) {
-        return std::nullopt;
-    }
-    return measured->nanoseconds / other->nanoseconds;
+    return TimeRatio(Find(kMeasured), Find(subject));
 }
 
 std::string CaseResult::BestPeer() const {
@@ -46,12 +65,12 @@ bool Collector::ReportContext(const Context& /*context*/) { return true; }
 
 void Collector::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
-        if (run.run_type != Run::RT_Iteration) {
+        if (run.run_type != Run::RT_Iteration || run.error_occurred) {
             continue;
         }
         // Processor time: another program on the machine disturbs it less than the clock on the wall.
         const std::string& name = run.run_name.function_name;
-        m_Times[name].push_back(run.GetAdjustedCPUTime() / run.counters.at(kCallsCounter).value);
+        m_Times[name].push_back(run.GetAdjustedCPUTime() / run.counters.at(kUnitsCounter).value);
         if (const auto found = run.counters.find(kAllocationsCounter); found != run.counters.end()) {
             m_Allocations[name] = found->second.value;
         }
@@ -95,24 +114,24 @@ std::vector<std::string> Subjects(const std::vector<CaseResult>& cases, const st
     return subjects;
 }
 
-std::vector<Verdict> Judge(const CaseResult& result, const std::vector<Goal>& goals) {
+std::vector<Verdict> Judge(const CaseResult& result, const std::vector<CaseResult>& cases,
+                           const std::vector<Goal>& goals) {
     std::vector<Verdict> verdicts;
     for (const Goal& goal : goals) {
         if (goal.caseName != result.name) {
             continue;
         }
-        Verdict verdict{goal, goal.of == kBestPeer ? result.BestPeer() : goal.of, std::nullopt};
+        const CaseResult* const opposite = Opposite(result, cases, goal);
+        const bool isOpen = goal.of == kBestPeer && opposite != nullptr;
+        Verdict verdict{goal, isOpen ? opposite->BestPeer() : goal.of, std::nullopt};
+        const Figure* const measured = result.Find(kMeasured);
+        const Figure* const other = opposite == nullptr ? nullptr : opposite->Find(verdict.of);
         if (goal.quantity == Quantity::Time) {
-            verdict.value = result.RatioTo(verdict.of);
-        } else if (const Figure* const measured = result.Find(kMeasured); measured != nullptr) {
-            const Figure* const other = result.Find(verdict.of);
-            if (verdict.of == kNobody) {
-                verdict.value = measured->allocations;
-            } else if (measured->allocations && other != nullptr && other->allocations) {
-                // None is as few as none, whatever the quotient.
-                const double own = *measured->allocations;
-                verdict.value = own == 0 ? 0 : own / *other->allocations;
-            }
+            verdict.value = TimeRatio(measured, other);
+        } else if (goal.of != kNobody) {
+            verdict.value = AllocationRatio(measured, other);
+        } else if (measured != nullptr) {
+            verdict.value = measured->allocations;
         }
         verdicts.push_back(std::move(verdict));
     }

@@ -13,13 +13,13 @@
 namespace Bench {
 
 struct Figure {
-    double nanoseconds = 0;  ///< A call, processor time.
+    double nanoseconds = 0;  ///< A call or, in a growth case, an element; processor time.
     std::optional<double> allocations;
 };
 
-/// A case with the figures of every subject that ran.
+/// A case with the figures of every subject that ran, or an operation with those of every size.
 struct CaseResult {
-    std::string name;  ///< "family/case"
+    std::string name;  ///< "family/case" or "family/operation"
     std::map<std::string, Figure> figures;
 
     [[nodiscard]] const Figure* Find(const std::string& subject) const;
@@ -42,7 +42,7 @@ public:
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    /// The cases that ran, in the order of `names` ("family/case/subject").
+    /// The cases that ran, in the order of `names` ("family/case/subject" or "family/operation/size").
     [[nodiscard]] std::vector<CaseResult> Cases(const std::vector<std::string>& names) const;
 
 private:
@@ -53,7 +53,8 @@ private:
 /// The family's subjects that ran: the measured one, the floor, then the peers in the order of `names`.
 [[nodiscard]] std::vector<std::string> Subjects(const std::vector<CaseResult>& cases,
                                                 const std::vector<std::string>& names);
-/// One verdict for each of the goals that `result` has.
-[[nodiscard]] std::vector<Verdict> Judge(const CaseResult& result, const std::vector<Goal>& goals);
+/// One verdict for each of the goals that `result`, one of `cases`, has.
+[[nodiscard]] std::vector<Verdict> Judge(const CaseResult& result, const std::vector<CaseResult>& cases,
+                                         const std::vector<Goal>& goals);
 
 }  // namespace Bench

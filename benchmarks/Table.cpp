@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iomanip>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
 #include <string_view>
+
+#include "Growth.h"
+#include "TextCells.h"
 
 namespace Bench {
 namespace {
@@ -17,12 +19,6 @@ constexpr std::size_t kRatioWidth = 6;
 const std::string kDivider = " |";
 constexpr const char* kAllocationsRow = "  allocations a call";
 
-std::string Number(double value, int decimals) {
-    std::ostringstream text;
-    text << std::fixed << std::setprecision(decimals) << value;
-    return text.str();
-}
-
 std::string Describe(const Verdict& verdict) {
     const Goal& goal = verdict.goal;
     const bool isCount = goal.quantity == Quantity::Allocations;
@@ -31,6 +27,9 @@ std::string Describe(const Verdict& verdict) {
          << (isCount ? (goal.of == kNobody ? " allocations" : " of the allocations of ") : " of ") << goal.of;
     if (goal.of == kBestPeer && !verdict.of.empty()) {
         text << " (" << verdict.of << ")";
+    }
+    if (!goal.ofCase.empty()) {
+        text << " at " << goal.ofCase;
     }
     if (!verdict.value) {
         text << ": not measured";
@@ -53,23 +52,18 @@ struct Layout {
     [[nodiscard]] std::size_t Width() const {
         std::size_t width = nameWidth;
         for (const std::string& subject : subjects) {
-            width += subject == kMeasured ? kTimeWidth : kDivider.size() + kTimeWidth + kRatioWidth;
+            width += subject == kMeasured ? kTimeWidth : kDivider.size() + TimeWidth(subject) + kRatioWidth;
         }
         return width;
+    }
+    /// Wider where the subject's name asks for it.
+    [[nodiscard]] static std::size_t TimeWidth(const std::string& subject) {
+        return subject == kMeasured ? kTimeWidth : std::max(kTimeWidth, subject.size() + 1);
     }
 
     std::vector<std::string> subjects;
     std::size_t nameWidth;
 };
-
-std::string Left(std::string text, std::size_t width) {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
-}
-
-std::string Right(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
 
 /// A line of the table with what stands behind it; without blanks at the end.
 std::string Joined(const std::string& line, const std::string& behind, std::size_t width) {
@@ -84,7 +78,7 @@ void PrintHead(std::ostream& out, const Layout& layout) {
         if (subject == kMeasured) {
             out << Right(subject, kTimeWidth);
         } else {
-            out << kDivider << Right(subject + " ratio", kTimeWidth + kRatioWidth);
+            out << kDivider << Right(subject, Layout::TimeWidth(subject)) << Right("ratio", kRatioWidth);
         }
     }
     out << '\n';
@@ -94,7 +88,8 @@ std::string TimesLine(const CaseResult& result, const Layout& layout) {
     std::string line = Left(result.name, layout.nameWidth);
     for (const std::string& subject : layout.subjects) {
         const Figure* const figure = result.Find(subject);
-        const std::string time = Right(figure == nullptr ? "-" : Number(figure->nanoseconds, 1), kTimeWidth);
+        const std::size_t width = Layout::TimeWidth(subject);
+        const std::string time = Right(figure == nullptr ? "-" : Number(figure->nanoseconds, 1), width);
         const auto ratio = result.RatioTo(subject);
         line += subject == kMeasured ? time : kDivider + time + Right(ratio ? Number(*ratio, 2) : "", kRatioWidth);
     }
@@ -106,7 +101,8 @@ std::string AllocationsLine(const CaseResult& result, const Layout& layout) {
     for (const std::string& subject : layout.subjects) {
         const Figure* const figure = result.Find(subject);
         const bool isCounted = figure != nullptr && figure->allocations;
-        const std::string count = Right(isCounted ? Number(*figure->allocations, 3) : "", kTimeWidth);
+        const std::size_t width = Layout::TimeWidth(subject);
+        const std::string count = Right(isCounted ? Number(*figure->allocations, 3) : "", width);
         line += subject == kMeasured ? count : kDivider + count + Right("", kRatioWidth);
     }
     return line;
@@ -150,7 +146,7 @@ void PrintTable(std::ostream& out, const Family& family, const std::vector<CaseR
         if (HasAllocations(result)) {
             lines.push_back(AllocationsLine(result, layout));
         }
-        const std::vector<Verdict> verdicts = Judge(result, family.goals);
+        const std::vector<Verdict> verdicts = Judge(result, cases, family.goals);
         lines.resize(std::max(lines.size(), verdicts.size()));
         for (std::size_t i = 0; i < lines.size(); ++i) {
             const std::string verdict = i < verdicts.size() ? Describe(verdicts[i]) : "";
@@ -160,6 +156,9 @@ void PrintTable(std::ostream& out, const Family& family, const std::vector<CaseR
     }
     out << '\n';
     tally.Print(out);
+}
+
+void PrintNotes(std::ostream& out, const Family& family) {
     for (const std::string& note : family.notes()) {
         out << "- " << note << '\n';
     }
@@ -173,7 +172,8 @@ void PrintFootnote(std::ostream& out) {
 #endif
 }
 
-nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases) {
+nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases,
+                      const std::vector<CaseResult>& growth) {
     nlohmann::json rows = nlohmann::json::array();
     for (const CaseResult& result : cases) {
         nlohmann::json row{
@@ -188,17 +188,23 @@ nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases
                 cell["allocations"] = *figure.allocations;
             }
         }
-        for (const Verdict& verdict : Judge(result, family.goals)) {
+        for (const Verdict& verdict : Judge(result, cases, family.goals)) {
             nlohmann::json entry{{"quantity", verdict.goal.quantity == Quantity::Time ? "time" : "allocations"},
                                  {"of", verdict.of},
                                  {"most", verdict.goal.most},
                                  {"met", verdict.IsMet()}};
+            if (!verdict.goal.ofCase.empty()) {
+                entry["of_case"] = verdict.goal.ofCase;
+            }
             entry["value"] = verdict.value ? nlohmann::json(*verdict.value) : nlohmann::json();
             row["goals"].push_back(std::move(entry));
         }
         rows.push_back(std::move(row));
     }
-    return {{"family", family.name}, {"cases", std::move(rows)}, {"notes", family.notes()}};
+    return {{"family", family.name},
+            {"cases", std::move(rows)},
+            {"growth", GrowthToJson(growth)},
+            {"notes", family.notes()}};
 }
 
 }  // namespace Bench

@@ -16,10 +16,14 @@ namespace Bench {
 void PrintTable(std::ostream& out, const Family& family, const std::vector<CaseResult>& cases,
                 const std::vector<std::string>& names);
 
+/// Prints what has to be known about the family's inputs.
+void PrintNotes(std::ostream& out, const Family& family);
+
 /// Prints what holds for every table.
 void PrintFootnote(std::ostream& out);
 
-/// The same figures, unrounded.
-[[nodiscard]] nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases);
+/// The figures of both tables, unrounded.
+[[nodiscard]] nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases,
+                                    const std::vector<CaseResult>& growth);
 
 }  // namespace Bench

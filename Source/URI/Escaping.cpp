@@ -1,8 +1,8 @@
 // Escaping and unescaping in blocks of sixteen bytes, and the operations of Lum::URI over them.
 //
 // Output is collected on the stack and handed over in one piece, so that a short result costs one
-// allocation of its exact size. A block that holds nothing to change is copied whole; the rest goes
-// through a table (escaping) or from "%" to "%" (unescaping).
+// allocation of its exact size. A block that holds nothing to escape is copied whole; the rest goes
+// through a table. Unescaping works within the string.
 #include "Source/URI/Escaping.h"
 
 #include <algorithm>
@@ -19,6 +19,7 @@
 #include "Source/Base/ByteSearch.h"
 #include "Source/URI/HexEscape.h"
 #include "Source/URI/HostText.h"
+#include "Source/URI/Unescaping.h"
 
 namespace Lum {
 namespace {
@@ -131,58 +132,20 @@ std::string FastEscapeChars(std::string&& text, const EscapeSet& set) {
 
 namespace {
 
-/// Decodes the escapes of `text` in place, the first "%" of which stands at `first`. Works because
-/// what is written never overtakes what is read.
-template <bool HighBytesOnly>
-void UnescapeInPlace(std::string& text, std::size_t first) {
-    const char* const from = text.data();
-    const std::size_t size = text.size();
-    char* to = text.data() + first;
-    std::size_t at = first;
-    // An escape needs three bytes: the last two start none.
-    const std::size_t end = std::max<std::size_t>(size, 2) - 2;
-    while (at < end) {
-        // Escapes come in clusters: byte by byte as long as there was one among the last few bytes.
-        constexpr std::size_t patience = 2 * kStep;
-        for (std::size_t stop = std::min(end, at + patience); at < stop;) {
-            if (from[at] != '%') {
-                *to++ = from[at++];
-                continue;
-            }
-            const int high = HexValue(from[at + 1]);
-            const int low = HexValue(from[at + 2]);
-            if (!HighBytesOnly && (high | low) >= 0) {
-                *to++ = static_cast<char>(high * 16 + low);
-                at += 3;
-            } else {
-                const HexEscape escape = ReadEscape({'%', from[at + 1], from[at + 2]});
-                if (HighBytesOnly && static_cast<signed char>(escape.byte) >= 0) {
-                    to = std::copy_n(from + at, escape.length, to);
-                } else {
-                    *to++ = escape.byte;
-                }
-                at += escape.length;
-            }
-            stop = std::min(end, at + patience);
-        }
-        for (; size - at >= kStep; at += kStep, to += kStep) {
-            const Block16 block = Block16::Load(from + at);
-            if (block.Equals('%') != 0) {
-                break;
-            }
-            block.Store(to);
-        }
+void UnescapeInPlace(std::string& text, bool highBytesOnly) {
+    const std::size_t first = FindFirst(text, '%');
+    if (first == std::string::npos) {
+        return;
     }
-    to = std::copy(from + at, from + size, to);
-    text.resize(static_cast<std::size_t>(to - text.data()));
+    const UnescapeFunction unescape = highBytesOnly ? Plain::Unescape<true> : FastestUnescape();
+    const char* const end = unescape(text.data() + first, text.data() + text.size());
+    text.resize(static_cast<std::size_t>(end - text.data()));
 }
 
 }  // namespace
 
 std::string UnescapeText(std::string&& text, bool highBytesOnly) {
-    if (const std::size_t first = FindFirst(text, '%'); first != std::string::npos) {
-        highBytesOnly ? UnescapeInPlace<true>(text, first) : UnescapeInPlace<false>(text, first);
-    }
+    UnescapeInPlace(text, highBytesOnly);
     return std::move(text);
 }
 
@@ -218,7 +181,8 @@ URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
 }
 
 URI::StringProxy URI::Unescape(StringProxy text, bool highBytesOnly) {
-    return UnescapeText(std::move(text.m_Text), highBytesOnly);
+    UnescapeInPlace(text.m_Text, highBytesOnly);
+    return text;
 }
 
 int URI::ParseHex(const std::string& triple, char& out) {

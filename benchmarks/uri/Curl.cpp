@@ -2,6 +2,7 @@
 #include <curl/curl.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "Case.h"
@@ -30,6 +31,14 @@ Handle Parse(const std::string& text) {
     return handle;
 }
 
+Handle Resolve(CURLU* base, const std::string& reference) {
+    Handle handle(curl_url_dup(base));
+    if (curl_url_set(handle.get(), CURLUPART_URL, reference.c_str(), kFlags) != CURLUE_OK) {
+        handle.reset();
+    }
+    return handle;
+}
+
 Text Print(const Handle& handle) {
     char* text = nullptr;
     curl_url_get(handle.get(), CURLUPART_URL, &text, 0);
@@ -53,16 +62,29 @@ void AddCases(const std::string& name, const Inputs& inputs) {
             [handle = std::shared_ptr<CURLU>(Handle(curl_url()))](const std::string& text) {
                 return curl_url_set(handle.get(), CURLUPART_URL, text.c_str(), kFlags);
             });
-    AddPreparedCase(kPrint, name, inputs.printed, Parse, Print);
+    AddPreparedCase(kPrint, name, inputs.accepted, Parse, Print);
     for (const TextCase& c : inputs.escapes) {
         AddCase(c.name, name, c.texts, Escape);
     }
     for (const TextCase& c : inputs.unescapes) {
         AddCase(c.name, name, c.texts, Unescape);
     }
+    for (const ResolveCase& c : inputs.resolves) {
+        for (const std::string& resolve : {c.freshName, c.reusedName}) {
+            AddCase(resolve, name, c.references,
+                    [base = std::shared_ptr<CURLU>(Parse(c.base))](const std::string& reference) {
+                        return Resolve(base.get(), reference);
+                    });
+        }
+    }
 }
 
-const AddSubject add{{"libcurl", [](const std::string& text) { return Parse(text) != nullptr; }, AddCases}};
+std::optional<std::string> Resolved(const std::string& base, const std::string& reference) {
+    const auto target = Resolve(Parse(base).get(), reference);
+    return target ? std::optional<std::string>(Print(target).get()) : std::nullopt;
+}
+
+const AddSubject add{{"libcurl", [](const std::string& text) { return Parse(text) != nullptr; }, Resolved, AddCases}};
 
 }  // namespace
 }  // namespace Bench::Uri

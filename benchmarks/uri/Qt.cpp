@@ -1,8 +1,11 @@
-// Qt: QUrl, which takes and gives UTF-16 text, and QByteArray for escapes.
+// Qt: QUrl and QUrlQuery, which take and give UTF-16 text, and QByteArray for escapes.
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
+#include <QUrlQuery>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "Case.h"
 #include "uri/UriFamily.h"
@@ -20,13 +23,33 @@ bool Reparse(QUrl& url, const QString& text) {
     return url.isValid();
 }
 
+void SetQueryKey(QUrl& url, const std::pair<QString, QString>& change) {
+    QUrlQuery query(url);
+    query.removeQueryItem(change.first);
+    query.addQueryItem(change.first, change.second);
+    url.setQuery(query);
+}
+
+void AddQueryCases(const std::string& name, const Inputs& inputs) {
+    const auto parse = [](const QueryText& query) { return Parse(Text(query.url)); };
+    AddPreparedCase(kQueryToMap, name, inputs.queries, parse,
+                    [](const QUrl& url) { return QUrlQuery(url).queryItems(QUrl::FullyDecoded); });
+    AddPreparedCase(
+        kSetQueryKey, name, inputs.changes,
+        [](const QueryPair& change) { return std::pair(Text(change.first), Text(change.second)); },
+        [url = parse(inputs.queries.front())](const std::pair<QString, QString>& change) mutable -> const QUrl& {
+            SetQueryKey(url, change);
+            return url;
+        });
+}
+
 void AddCases(const std::string& name, const Inputs& inputs) {
     AddPreparedCase(kParseFresh, name, inputs.urls, Text, Parse);
     AddPreparedCase(kParseOneStep, name, inputs.urls, Text, Parse);
     AddPreparedCase(kParseReused, name, inputs.urls, Text,
                     [url = QUrl()](const QString& text) mutable { return Reparse(url, text); });
     AddPreparedCase(
-        kPrint, name, inputs.printed, [](const std::string& text) { return Parse(Text(text)); },
+        kPrint, name, inputs.accepted, [](const std::string& text) { return Parse(Text(text)); },
         [](const QUrl& url) { return url.toString(QUrl::FullyEncoded); });
     for (const TextCase& c : inputs.escapes) {
         AddPreparedCase(c.name, name, c.texts, Bytes, [](const QByteArray& text) { return text.toPercentEncoding(); });
@@ -35,9 +58,22 @@ void AddCases(const std::string& name, const Inputs& inputs) {
         AddPreparedCase(c.name, name, c.texts, Bytes,
                         [](const QByteArray& text) { return QByteArray::fromPercentEncoding(text); });
     }
+    for (const ResolveCase& c : inputs.resolves) {
+        const auto resolve = [base = Parse(Text(c.base))](const QString& reference) {
+            return base.resolved(QUrl(reference));
+        };
+        AddPreparedCase(c.freshName, name, c.references, Text, resolve);
+        AddPreparedCase(c.reusedName, name, c.references, Text, resolve);
+    }
+    AddQueryCases(name, inputs);
 }
 
-const AddSubject add{{"Qt", [](const std::string& text) { return Parse(Text(text)).isValid(); }, AddCases}};
+std::optional<std::string> Resolved(const std::string& base, const std::string& reference) {
+    const QUrl target = Parse(Text(base)).resolved(QUrl(Text(reference)));
+    return target.isValid() ? std::optional(target.toString(QUrl::FullyEncoded).toStdString()) : std::nullopt;
+}
+
+const AddSubject add{{"Qt", [](const std::string& text) { return Parse(Text(text)).isValid(); }, Resolved, AddCases}};
 
 }  // namespace
 }  // namespace Bench::Uri

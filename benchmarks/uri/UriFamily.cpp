@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <tuple>
 
@@ -12,17 +13,6 @@
 
 namespace Bench::Uri {
 namespace {
-
-constexpr std::size_t kTextCount = 64;
-constexpr std::size_t kMixedSize = 268;
-constexpr std::size_t kCleanSize = 256;
-// Few enough for the objects of any subject to stay in the cache: printing is measured, not memory.
-constexpr std::size_t kPrintedCount = 500;
-
-const std::string kEscapeMixed = "uri/escape mixed";
-const std::string kEscapeClean = "uri/escape clean";
-const std::string kUnescapeMixed = "uri/unescape mixed";
-const std::string kUnescapeClean = "uri/unescape clean";
 
 const std::vector<Goal>& Goals() {
     static const std::vector<Goal> goals{
@@ -37,10 +27,18 @@ const std::vector<Goal>& Goals() {
         {kParseReused, 0.25, "Qt"},
         {kParseReused, 0, kNobody, Quantity::Allocations},
         {kPrint, 0.8, "uriparser"},
-        {kEscapeMixed, 0.65, "Qt"},
-        {kEscapeClean, 0.25, kBestPeer},
-        {kUnescapeMixed, 0.8, "Qt"},
-        {kUnescapeClean, 0.2, kBestPeer},
+        {"uri/escape mixed", 0.65, "Qt"},
+        {"uri/escape clean", 0.25, kBestPeer},
+        {"uri/unescape mixed", 0.8, "Qt"},
+        {"uri/unescape clean", 0.2, kBestPeer},
+        {"uri/resolve appendix C", 0.6, "uriparser"},
+        {"uri/resolve appendix C", 0.6, "Qt"},
+        {"uri/resolve page references", 0.6, "uriparser"},
+        {"uri/resolve page references", 0.6, "Qt"},
+        {kQueryToMap, 0.8, "POCO"},
+        {kSetQueryKey, 0.75, "POCO"},
+        {kNameAndExtension, 0.5, "std::filesystem"},
+        {kRelation, 0.1, kMeasured, Quantity::Time, kParseFresh},
     };
     return goals;
 }
@@ -56,26 +54,8 @@ State& TheState() {
     return state;
 }
 
-std::vector<std::string> EscapedTexts(const std::vector<std::string>& texts, std::size_t size = std::string::npos) {
-    std::vector<std::string> escaped;
-    for (const std::string& text : texts) {
-        escaped.push_back(Escaped(text, size));
-    }
-    return escaped;
-}
-
-void FillTexts(Inputs& inputs) {
-    const std::vector<std::string> mixed = MixedTexts(kTextCount, kMixedSize);
-    const std::vector<std::string> clean = CleanTexts(kTextCount, kCleanSize);
-    const std::vector<std::string> brief = ShortTexts();
-    inputs.escapes = {{kEscapeMixed, mixed}, {kEscapeClean, clean}, {"uri/escape short", brief}};
-    inputs.unescapes = {{kUnescapeMixed, EscapedTexts(mixed, kMixedSize)},
-                        {kUnescapeClean, clean},
-                        {"uri/unescape short", EscapedTexts(brief)}};
-}
-
-/// Finds out what each subject refuses, and leaves for printing what none of them does.
-void FillPrinted(State& state) {
+/// Finds out what each subject refuses, and keeps some of what none of them does.
+void FillAccepted(State& state) {
     std::vector<std::string> common = state.inputs.urls;
     std::string refused;
     for (const Subject& subject : Subjects()) {
@@ -91,11 +71,41 @@ void FillPrinted(State& state) {
     if (common.empty()) {
         throw std::runtime_error("no URL of the list is accepted by every subject");
     }
-    state.inputs.printed = Spread(common, kPrintedCount);
+    state.inputs.accepted = Spread(common, kCachedCount);
     state.notes.push_back("URLs: " + std::to_string(state.inputs.urls.size()) + "; refused by: " + refused +
                           ". A refused URL is timed all the same.");
-    state.notes.push_back("print: " + std::to_string(state.inputs.printed.size()) + " URLs, taken evenly from the " +
-                          std::to_string(common.size()) + " that nobody refuses.");
+    state.notes.push_back("print, name and extension: " + std::to_string(state.inputs.accepted.size()) +
+                          " URLs, taken evenly from the " + std::to_string(common.size()) + " that nobody refuses.");
+}
+
+/// Tells how many references each subject refuses, and how many it resolves to another text than the
+/// measured one, the first in the list.
+std::string Note(const ResolveCase& c) {
+    std::vector<std::optional<std::string>> expected;
+    std::string refusals;
+    std::string differences;
+    for (const Subject& subject : Subjects()) {
+        if (subject.resolved == nullptr) {
+            continue;
+        }
+        std::vector<std::optional<std::string>> results;
+        for (const std::string& reference : c.references) {
+            results.push_back(subject.resolved(c.base, reference));
+        }
+        const auto refused = std::count(results.begin(), results.end(), std::nullopt);
+        refusals += (refusals.empty() ? "" : ", ") + subject.name + " " + std::to_string(refused);
+        if (subject.name == kMeasured) {
+            expected = results;
+            continue;
+        }
+        int different = 0;
+        for (std::size_t i = 0; i < results.size(); ++i) {
+            different += results[i] && expected[i] && results[i] != expected[i] ? 1 : 0;
+        }
+        differences += (differences.empty() ? "" : ", ") + subject.name + " " + std::to_string(different);
+    }
+    return c.freshName + ": " + std::to_string(c.references.size()) + " references; refused by: " + refusals +
+           "; resolved otherwise than by " + kMeasured + ": " + differences + ". All are timed all the same.";
 }
 
 void AddCases() {
@@ -106,15 +116,34 @@ void AddCases() {
         const auto rank = [](const Subject& s) { return std::tuple(s.name != kMeasured, s.name != kFloor, s.name); };
         return rank(a) < rank(b);
     });
-    FillTexts(state.inputs);
-    FillPrinted(state);
+    state.inputs.escapes = EscapeCases();
+    state.inputs.unescapes = UnescapeCases();
+    state.inputs.resolves = ResolveCases();
+    state.inputs.queries = QueryTexts();
+    state.inputs.changes = Changes(state.inputs.queries.front());
+    FillAccepted(state);
     state.notes.emplace_back("Qt is QUrl for parsing and printing, QByteArray for escaping and unescaping.");
     state.notes.emplace_back(
         "escape: each subject escapes by its own rules. Lum keeps bytes from 0x80 and \"/\", \"&\" and the like, which "
         "most peers escape, so that their results are longer.");
+    for (const ResolveCase& c : state.inputs.resolves) {
+        state.notes.push_back(Note(c));
+    }
+    state.notes.emplace_back(
+        "query to map: Qt keeps \"+\"; POCO, Qt and uriparser give a list of pairs, the others a map.");
+    state.notes.emplace_back(
+        "query set key: POCO and Qt take the query apart and write it anew, as Lum does; Boost.URL edits it in place.");
+    state.notes.emplace_back(
+        "relation: each URL of the list with the next one. Most pairs of a mixed list differ in the host and are told "
+        "apart by it; \"same site\" is up to " +
+        std::to_string(kCachedCount) + " of those that do not.");
+    state.notes.emplace_back(
+        "growth: an element is a path segment or a query pair. A std::map costs the logarithm of its size for each of "
+        "them, and more where it outgrows a cache: see the row that only fills one.");
     for (const Subject& subject : Subjects()) {
         subject.addCases(subject.name, state.inputs);
     }
+    AddGrowth();
 }
 
 void AddOptions(CLI::App& app) {

@@ -5,6 +5,8 @@
 // with fresh ones there; a floor does the least that the result can cost.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,6 +17,13 @@ inline const std::string kParseFresh = "uri/parse fresh";
 inline const std::string kParseOneStep = "uri/parse one step";
 inline const std::string kParseReused = "uri/parse reused";
 inline const std::string kPrint = "uri/print";
+inline const std::string kQueryToMap = "uri/query to map";
+inline const std::string kSetQueryKey = "uri/query set key";
+inline const std::string kNameAndExtension = "uri/name and extension";
+inline const std::string kRelation = "uri/relation";
+
+/// Few enough for the objects of any subject to stay in the cache: the calls are measured, not memory.
+inline constexpr std::size_t kCachedCount = 500;
 
 /// A case that turns one text into another.
 struct TextCase {
@@ -22,18 +31,48 @@ struct TextCase {
     std::vector<std::string> texts;
 };
 
+/// References, and the base that each of them is resolved against.
+struct ResolveCase {
+    std::string freshName;   ///< "family/case": every result is an object of its own.
+    std::string reusedName;  ///< "family/case": one object takes all results, the base copied to it first.
+    std::string base;
+    std::vector<std::string> references;
+};
+
+using QueryPair = std::pair<std::string, std::string>;
+
+/// A URL with a query of ten pairs, and those pairs unescaped and in their order.
+struct QueryText {
+    std::string url;
+    std::vector<QueryPair> pairs;
+};
+
+/// What the last segment of a path gives, in the subject's type.
+template <class Text>
+struct LastName {
+    Text name;
+    Text extension;
+};
+
 struct Inputs {
     std::vector<std::string> urls;
-    /// What print starts from: some of the URLs, all of which every subject accepts.
-    std::vector<std::string> printed;
+    /// Some of the URLs, all of which every subject accepts: what printing and naming start from.
+    std::vector<std::string> accepted;
     std::vector<TextCase> escapes;
     std::vector<TextCase> unescapes;
+    std::vector<ResolveCase> resolves;
+    std::vector<QueryText> queries;
+    /// What the first query's keys are set to, one after the other.
+    std::vector<QueryPair> changes;
 };
 
 struct Subject {
     std::string name;
     /// Whether the subject takes this text for a URI; null where it does not read the text.
     bool (*accepts)(const std::string& text);
+    /// The reference resolved and printed, nothing where it is refused; null where the subject
+    /// resolves none.
+    std::optional<std::string> (*resolved)(const std::string& base, const std::string& reference);
     /// Registers the subject's cases under `name`; `inputs` outlives them.
     void (*addCases)(const std::string& name, const Inputs& inputs);
 };
@@ -47,5 +86,15 @@ struct AddSubject {
 
 /// The list used where none is given, a URL a line.
 extern const char* const kBuiltInUrls;
+
+[[nodiscard]] std::vector<TextCase> EscapeCases();
+[[nodiscard]] std::vector<TextCase> UnescapeCases();
+[[nodiscard]] std::vector<ResolveCase> ResolveCases();
+[[nodiscard]] std::vector<QueryText> QueryTexts();
+/// One pair for each key of `query`, several times over, with other values each time.
+[[nodiscard]] std::vector<QueryPair> Changes(const QueryText& query);
+
+/// Registers the growth table's operations.
+void AddGrowth();
 
 }  // namespace Bench::Uri

@@ -2,6 +2,8 @@
 #include <uriparser/Uri.h>
 
 #include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -23,6 +25,22 @@ public:
         if (!m_HasUri) {
             uriFreeUriMembersA(&m_Uri);
         }
+    }
+    /// The reference resolved against `base`.
+    OwnedUri(const OwnedUri& base, const std::string& reference) {
+        UriUriA parsed;
+        const char* errorAt = nullptr;
+        if (uriParseSingleUriExA(&parsed, reference.data(), reference.data() + reference.size(), &errorAt) !=
+            URI_SUCCESS) {
+            return;
+        }
+        // Else the result would show bytes of both texts.
+        m_HasUri = uriAddBaseUriExA(&m_Uri, &parsed, &base.m_Uri, URI_RESOLVE_STRICTLY) == URI_SUCCESS &&
+                   uriMakeOwnerA(&m_Uri) == URI_SUCCESS;
+        if (!m_HasUri) {
+            uriFreeUriMembersA(&m_Uri);
+        }
+        uriFreeUriMembersA(&parsed);
     }
     OwnedUri(OwnedUri&& other) noexcept : m_Uri(other.m_Uri), m_HasUri(std::exchange(other.m_HasUri, false)) {}
     OwnedUri& operator=(OwnedUri&&) = delete;
@@ -65,20 +83,48 @@ std::string Unescape(const std::string& text) {
     return plain;
 }
 
+struct FreeList {
+    void operator()(UriQueryListA* list) const noexcept { uriFreeQueryListA(list); }
+};
+using QueryList = std::unique_ptr<UriQueryListA, FreeList>;
+
+QueryList ToList(const OwnedUri& uri) {
+    UriQueryListA* list = nullptr;
+    int size = 0;
+    const UriTextRangeA& query = uri.Get().query;
+    uriDissectQueryMallocExA(&list, &size, query.first, query.afterLast, URI_TRUE, URI_BR_DONT_TOUCH);
+    return QueryList(list);
+}
+
 void AddCases(const std::string& name, const Inputs& inputs) {
     for (const std::string& parse : {kParseFresh, kParseOneStep, kParseReused}) {
         AddCase(parse, name, inputs.urls, Parse);
     }
-    AddPreparedCase(kPrint, name, inputs.printed, Parse, Print);
+    AddPreparedCase(kPrint, name, inputs.accepted, Parse, Print);
     for (const TextCase& c : inputs.escapes) {
         AddCase(c.name, name, c.texts, Escape);
     }
     for (const TextCase& c : inputs.unescapes) {
         AddCase(c.name, name, c.texts, Unescape);
     }
+    for (const ResolveCase& c : inputs.resolves) {
+        for (const std::string& resolve : {c.freshName, c.reusedName}) {
+            AddCase(resolve, name, c.references,
+                    [base = std::make_shared<const OwnedUri>(c.base)](const std::string& reference) {
+                        return OwnedUri(*base, reference);
+                    });
+        }
+    }
+    AddPreparedCase(
+        kQueryToMap, name, inputs.queries, [](const QueryText& query) { return Parse(query.url); }, ToList);
 }
 
-const AddSubject add{{"uriparser", [](const std::string& text) { return Parse(text).HasUri(); }, AddCases}};
+std::optional<std::string> Resolved(const std::string& base, const std::string& reference) {
+    const OwnedUri target(OwnedUri(base), reference);
+    return target.HasUri() ? std::optional(Print(target)) : std::nullopt;
+}
+
+const AddSubject add{{"uriparser", [](const std::string& text) { return Parse(text).HasUri(); }, Resolved, AddCases}};
 
 }  // namespace
 }  // namespace Bench::Uri

@@ -11,6 +11,7 @@
 
 #include <Lum/URI.h>
 
+#include "Source/URI/Unescaping.h"
 #include "tests/Generated.h"
 
 namespace {
@@ -43,6 +44,13 @@ std::string UnescapeSlowly(const std::string& text, bool highBytesOnly) {
         i += taken;
     }
     return result;
+}
+
+/// What `unescape` makes of `text` in a heap block of its exact size.
+std::string UnescapeExactly(Lum::UnescapeFunction unescape, const std::string& text) {
+    std::vector<char> bytes(text.begin(), text.end());
+    const char* const end = unescape(bytes.data(), bytes.data() + bytes.size());
+    return {static_cast<const char*>(bytes.data()), end};
 }
 
 TEST(Escaping, ExamplesOfTheHeader) {
@@ -143,6 +151,33 @@ TEST(Escaping, BlocksGiveWhatSingleBytesGive) {
         }
         ASSERT_EQ(Lum::UnescapeText(exact.View(), false), UnescapeSlowly(text, false)) << text;
         ASSERT_EQ(Lum::UnescapeText(exact.View(), true), UnescapeSlowly(text, true)) << text;
+    }
+}
+
+TEST(Escaping, EveryUnescaperGivesWhatSingleBytesGive) {
+    const auto demandTheSame = [](const std::string& text) {
+        const std::string expected = UnescapeSlowly(text, false);
+        ASSERT_EQ(UnescapeExactly(Lum::Plain::Unescape<false>, text), expected) << text;
+        ASSERT_EQ(UnescapeExactly(Lum::FastestUnescape(), text), expected) << text;
+        ASSERT_EQ(UnescapeExactly(Lum::Plain::Unescape<true>, text), UnescapeSlowly(text, true)) << text;
+    };
+    // Every pair of digits and what is none, in turn at every place of a block and across its border.
+    for (unsigned pair = 0; pair < 0x10000; ++pair) {
+        std::string text((pair + pair / 256) % 17, 'x');
+        text += {'%', static_cast<char>(pair / 256), static_cast<char>(pair % 256)};
+        demandTheSame(text + "41%42-abcdefghijklmnopq");
+    }
+    // Mostly proper escapes, so that whole blocks hold nothing else, and now and then one that is not.
+    const std::vector<std::string> pieces{"%41", "%C3", "%a9", "%25", "%fF", "x", "yz", "0123456789", "xx%20xx"};
+    const std::vector<std::string> odd{"%", "%%", "%4%", "%4%41", "% 4", "%g1", "%0x", "%-1", std::string(70, 'k')};
+    std::mt19937 random(3);
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (auto count = random() % 40; count > 0; --count) {
+            const auto& from = random() % 16 == 0 ? odd : pieces;
+            text += from[random() % from.size()];
+        }
+        demandTheSame(text);
     }
 }
 
