@@ -398,6 +398,8 @@ private:
     LUM_HIDDEN void StorePath(const PathAndTails& cuts);
     LUM_HIDDEN bool Conclude(bool isHierarchical, bool hasScheme, bool schemeIsLetters, bool hasBackslash);
     [[nodiscard]] LUM_HIDDEN bool IsWellFormed(bool schemeIsLetters, bool hasBackslash) const;
+    LUM_HIDDEN void AcceptPath();
+    LUM_HIDDEN void ChangePath(std::string_view reference);
     [[nodiscard]] LUM_HIDDEN bool HasSameAuthority(const URI& other) const;
     [[nodiscard]] LUM_HIDDEN bool IsComparable(const URI& other) const noexcept;
     [[nodiscard]] LUM_HIDDEN RelationCode Relate(const URI& other, bool caseSensitive) const;
