@@ -1,7 +1,9 @@
 // Calls the host's string and URL services. Every object made is released on every way out.
 #include "Mac/FileSystemPaths.h"
 
+#include <limits>
 #include <memory>
+#include <new>
 #include <string>
 #include <type_traits>
 
@@ -20,10 +22,13 @@ template <class Ref>
 using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
 
 std::string TextOf(CFStringRef string) {
+    const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8);
+    if (size < 0 || size == std::numeric_limits<CFIndex>::max()) {
+        throw std::bad_alloc();
+    }
     // With room for the NUL, which the service's own maximum leaves out.
-    const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8) + 1;
-    std::string text(static_cast<std::size_t>(size), '\0');
-    const bool isWritten = CFStringGetCString(string, text.data(), size, kCFStringEncodingUTF8) != 0;
+    std::string text(static_cast<std::size_t>(size) + 1, '\0');
+    const bool isWritten = CFStringGetCString(string, text.data(), size + 1, kCFStringEncodingUTF8) != 0;
     return isWritten ? text.c_str() : std::string();
 }
 

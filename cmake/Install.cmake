@@ -1,5 +1,4 @@
 # Install rules: library, headers, CMake package and pkg-config module.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 install(TARGETS lum EXPORT LumTargets)

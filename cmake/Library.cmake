@@ -20,6 +20,8 @@ set(LUM_SOURCES
     Source/URI/Serialiser.cpp
 )
 
+include(GNUInstallDirs)
+
 # lum_add_library(<target> [STATIC]): the tests build the static form beside the shared one.
 function(lum_add_library target)
     list(TRANSFORM LUM_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
@@ -27,7 +29,7 @@ function(lum_add_library target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(
         ${target}
-        PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:include>"
+        PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>"
         PRIVATE ${PROJECT_SOURCE_DIR})
     set_target_properties(
         ${target}

@@ -69,6 +69,8 @@ expect 0 ../x "$lum" relative http://h/a/x http://h/a/b/c
 expect 0 b "$lum" relative --ignore-case http://h/A/b http://h/a/c
 expect 1 '' "$lum" relative http://h/a ftp://h/
 expect 1 '{"target":"http://h/a","base":"b","possible":false,"text":""}' "$lum" relative --json http://h/a b
+expect 1 '' "$lum" relative 'a\b' 'c\d'
+expect 1 'none 0' "$lum" relation 'a\b' 'a\b'
 expect 0 'child 1' "$lum" relation http://h/a/b http://h/a
 expect 0 '{"a":"a","b":"b","relation":"none","code":0}' "$lum" relation --json a b
 expect 0 http://h/a/ "$lum" parent http://h/a/b/c http://h/a/d
@@ -97,6 +99,8 @@ expect 2 'lum: --set: no "=" in "k" (lum --help tells more)' "$lum" query x --se
 
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
+expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'
+expect 2 'lum: --to: [x] not in {win,unix,mac} (lum --help tells more)' "$lum" path --to '[x]' a
 expect 2 'lum: TEXT is required (lum --help tells more)' "$lum" escape
 expect 2 'lum: cannot read standard input: Is a directory' bash -c "'$lum' parse < /"
 expect 2 'lum: cannot write standard output: No space left on device' bash -c "'$lum' parse x > /dev/full"

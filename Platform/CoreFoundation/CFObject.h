@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <limits>
 
 #include "Platform/CoreFoundation/CFBase.h"
 
@@ -14,9 +15,9 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    void Retain() const noexcept { m_References.fetch_add(1, std::memory_order_relaxed); }
+    void Retain() const noexcept { Count(+1); }
     void Release() const noexcept {
-        if (m_References.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        if (Count(-1) == 1) {
             delete this;
         }
     }
@@ -25,6 +26,16 @@ protected:
     virtual ~Object() = default;
 
 private:
+    /// Adds `change` and returns the count before it. A count that has reached its end stays there.
+    unsigned long Count(long change) const noexcept {
+        unsigned long count = m_References.load(std::memory_order_relaxed);
+        while (count != std::numeric_limits<unsigned long>::max() &&
+               !m_References.compare_exchange_weak(count, count + static_cast<unsigned long>(change),
+                                                   std::memory_order_acq_rel, std::memory_order_relaxed)) {
+        }
+        return count;
+    }
+
     mutable std::atomic<unsigned long> m_References{1};
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 #include "Platform/CoreFoundation/CFStringObject.h"
@@ -64,7 +65,9 @@ CFIndex CFStringGetLength(CFStringRef string) {
     return units;
 }
 
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding /*encoding*/) { return 3 * length; }
+CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding /*encoding*/) {
+    return length > std::numeric_limits<CFIndex>::max() / 3 ? -1 : 3 * length;
+}
 
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStringEncoding encoding) {
     const std::string& text = String::From(string).Utf8();

@@ -3,8 +3,6 @@
 
 #include "Platform/CoreFoundation/CFBase.h"
 
-extern "C" {
-
 using CFStringRef = const struct __CFString*;  // NOLINT(bugprone-reserved-identifier): the services' name
 using CFStringEncoding = std::uint32_t;
 
@@ -14,9 +12,8 @@ constexpr CFStringEncoding kCFStringEncodingUTF8 = 0x08000100;
 CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* text, CFStringEncoding encoding);
 /// The length in UTF-16 code units.
 CFIndex CFStringGetLength(CFStringRef string);
-/// The bytes that `length` UTF-16 code units can take at most, without a NUL.
+/// The bytes that `length` UTF-16 code units can take at most, without a NUL; -1 if no CFIndex holds it.
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 /// Writes the text and a NUL to a buffer of `size` bytes; false, with nothing of use in the buffer, if
 /// they do not fit or the encoding is not UTF-8.
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStringEncoding encoding);
-}

@@ -4,8 +4,6 @@
 #include "Platform/CoreFoundation/CFBase.h"
 #include "Platform/CoreFoundation/CFString.h"
 
-extern "C" {
-
 using CFURLRef = const struct __CFURL*;  // NOLINT(bugprone-reserved-identifier): the services' name
 using CFURLPathStyle = CFIndex;
 
@@ -18,4 +16,3 @@ CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef pat
                                        Boolean isDirectory);
 /// The path in a style; null if the style is unknown.
 CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style);
-}

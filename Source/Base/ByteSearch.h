@@ -25,13 +25,14 @@ std::size_t FindFirst(std::string_view text, char wanted) noexcept {
         }
         return std::string_view::npos;
     }
-    for (std::size_t i = 0; i < size; i += step) {
-        const std::size_t at = i + step <= size ? i : size - step;
-        if (const auto bits = Block::Load(text.data() + at).Equals(wanted); bits != 0) {
-            return at + static_cast<std::size_t>(std::countr_zero(bits));
+    const std::size_t last = size - step;
+    for (std::size_t i = 0; i < last; i += step) {
+        if (const auto bits = Block::Load(text.data() + i).Equals(wanted); bits != 0) {
+            return i + static_cast<std::size_t>(std::countr_zero(bits));
         }
     }
-    return std::string_view::npos;
+    const auto bits = Block::Load(text.data() + last).Equals(wanted);
+    return bits != 0 ? last + static_cast<std::size_t>(std::countr_zero(bits)) : std::string_view::npos;
 }
 
 /// The place of the last `wanted` in `text`, or npos.

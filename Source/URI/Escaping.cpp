@@ -15,8 +15,8 @@
 
 #include "Source/Base/Ascii.h"
 #include "Source/Base/Block16.h"
-#include "Source/Base/BlockedText.h"
 #include "Source/Base/ByteSearch.h"
+#include "Source/Base/Lengths.h"
 #include "Source/URI/HexEscape.h"
 #include "Source/URI/HostText.h"
 #include "Source/URI/Unescaping.h"
@@ -44,7 +44,7 @@ public:
     /// Where the next piece goes; kPiece bytes and a block's overhang may be written there.
     char* Room(std::size_t expectedRest) {
         if (m_Used > kCapacity) {
-            m_Result.reserve(m_Result.size() + m_Used + expectedRest);
+            ReserveFor(m_Result, std::uint64_t{m_Result.size()} + m_Used + expectedRest);
             m_Result.append(m_Buffer.data(), m_Used);
             m_Used = 0;
         }
@@ -106,23 +106,44 @@ std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet
 }  // namespace
 
 std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
-    const BlockedText<Block16> blocks(text);
-    for (std::size_t i = 0; i < text.size(); i += kStep) {
-        const auto part = blocks.At(i);
-        std::uint32_t unsure = ~part.block.InAnyRange(set.KeptRanges()) & kWholeBlock & part.fresh;
+    const std::size_t size = text.size();
+    if (size < kStep) {
+        std::size_t i = 0;
+        while (i < size && !set.Contains(text[i])) {
+            ++i;
+        }
+        return i;
+    }
+    const auto search = [&](std::size_t start) {
+        std::uint32_t unsure = ~Block16::Load(text.data() + start).InAnyRange(set.KeptRanges()) & kWholeBlock;
         for (; unsure != 0; unsure &= unsure - 1) {
-            const std::size_t at = part.start + static_cast<std::size_t>(std::countr_zero(unsure));
-            if (at >= text.size() || set.Contains(text[at])) {
-                return std::min(at, text.size());
+            const std::size_t at = start + static_cast<std::size_t>(std::countr_zero(unsure));
+            if (set.Contains(text[at])) {
+                return at;
             }
         }
+        return size;
+    };
+    const std::size_t last = size - kStep;
+    for (std::size_t start = 0; start < last; start += kStep) {
+        if (const std::size_t at = search(start); at != size) {
+            return at;
+        }
     }
-    return text.size();
+    return search(last);
 }
 
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set) {
     const std::size_t clean = FindMember(text, set);
     return clean == text.size() ? std::string(text) : EscapeFrom(text, clean, set);
+}
+
+void AppendEscaped(std::string& out, std::string_view text, const EscapeSet& set) {
+    const std::size_t clean = FindMember(text, set);
+    out.append(text.data(), clean);
+    if (clean != text.size()) {
+        out += EscapeFrom(text.substr(clean), 0, set);
+    }
 }
 
 std::string FastEscapeChars(std::string&& text, const EscapeSet& set) {
@@ -167,7 +188,7 @@ URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
         return text;
     }
     std::string result;
-    result.reserve(text.m_Text.size() + 2 * static_cast<std::size_t>(count));
+    ReserveFor(result, std::uint64_t{text.m_Text.size()} + 2 * static_cast<std::uint64_t>(count));
     for (const char c : text.m_Text) {
         if (isEscaped(c)) {
             constexpr std::string_view digits = "0123456789ABCDEF";

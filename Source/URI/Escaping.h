@@ -33,9 +33,7 @@ public:
         m_Kept = ByteRanges<4>(WidestKeptRanges());
     }
 
-    [[nodiscard]] constexpr bool Contains(char c) const noexcept {
-        return m_Members.Contains(static_cast<unsigned char>(c));
-    }
+    [[nodiscard]] constexpr bool Contains(char c) const noexcept { return OutputFor(c).back() != 1; }
     [[nodiscard]] constexpr Output OutputFor(char c) const noexcept { return m_Outputs[static_cast<unsigned char>(c)]; }
     /// Ranges of bytes that stay as they are: a block of text within them needs no closer look.
     [[nodiscard]] constexpr const ByteRanges<4>& KeptRanges() const noexcept { return m_Kept; }
@@ -94,6 +92,9 @@ inline bool HasMember(std::string_view text, const EscapeSet& set) noexcept {
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set);
 /// The same, handing back the string it was given where nothing is to be escaped.
 std::string FastEscapeChars(std::string&& text, const EscapeSet& set);
+
+/// Appends `text` to `out`, escaped.
+void AppendEscaped(std::string& out, std::string_view text, const EscapeSet& set);
 
 /// `text` with its escapes decoded; see URI::Unescape.
 std::string UnescapeText(std::string_view text, bool highBytesOnly = false);

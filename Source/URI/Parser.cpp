@@ -2,6 +2,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <Lum/URI.h>
 
@@ -104,8 +105,8 @@ void URI::StoreAuthority(const Authority& cuts) {
     Store(m_ServerPort, cuts.port);
     Store(m_Username, cuts.username);
     Store(m_Password, cuts.password);
-    if (!cuts.password.empty()) {
-        m_Password = FastEscapeChars(UnescapeText(m_Password), kModifiedExcluded);
+    if (HasMember(m_Password, kModifiedExcluded)) {
+        m_Password = FastEscapeChars(UnescapeText(std::move(m_Password)), kModifiedExcluded);
     }
 }
 

@@ -24,7 +24,7 @@ void URI::SplitPath(const std::string& path, std::vector<std::string>& segments)
 }
 
 std::string URI::JoinPath(const std::vector<std::string>& segments, bool leadingSlash, bool trailingSlash) {
-    std::size_t size = 2;
+    std::uint64_t size = 2;
     for (const std::string& segment : segments) {
         size += segment.size() + 1;
     }

@@ -13,6 +13,7 @@
 #include "Source/Base/Block16.h"
 #include "Source/Base/BlockedText.h"
 #include "Source/Base/ByteSearch.h"
+#include "Source/Base/Lengths.h"
 
 namespace Lum {
 
@@ -87,8 +88,8 @@ inline std::string_view LastSegment(std::string_view path) noexcept {
 /// A path put together segment by segment, each behind the one before it with a slash between.
 class PathBuilder {
 public:
-    PathBuilder(bool leadingSlash, std::size_t expectedSize) : m_Start(leadingSlash ? 1 : 0) {
-        m_Path.reserve(expectedSize);
+    PathBuilder(bool leadingSlash, std::uint64_t expectedSize) : m_Start(leadingSlash ? 1 : 0) {
+        ReserveFor(m_Path, expectedSize);
         m_Path.append(m_Start, '/');
     }
 

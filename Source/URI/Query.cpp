@@ -1,13 +1,17 @@
 // The query as pairs of key and value.
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <Lum/URI.h>
 
 #include "Source/Base/ByteSearch.h"
+#include "Source/Base/Lengths.h"
 #include "Source/URI/Escaping.h"
 
 namespace Lum {
@@ -40,34 +44,46 @@ private:
     std::string_view m_Value;
 };
 
-std::string Unescaped(std::string text) {
-    // First, so that an escaped "+" stays one.
+/// Reads "+" as a space first, so that an escaped "+" stays one, and then the escapes.
+std::string QueryUnescaped(std::string text) {
     std::replace(text.begin(), text.end(), '+', ' ');
     return UnescapeText(std::move(text));
+}
+
+using PairMap = std::map<std::string, std::string>;
+
+/// Appends "key=value", behind a "&" if it is not the first pair.
+void AppendPair(std::string& query, std::string_view key, std::string_view value) {
+    if (!query.empty()) {
+        query += '&';
+    }
+    AppendEscaped(query, key, kQueryExcluded);
+    query += '=';
+    AppendEscaped(query, value, kQueryExcluded);
 }
 
 }  // namespace
 
 URI::StringProxy URI::QueryEscape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), kQueryExcluded); }
 
-URI::StringProxy URI::QueryUnescape(StringProxy text) { return Unescaped(std::move(text.m_Text)); }
+URI::StringProxy URI::QueryUnescape(StringProxy text) { return QueryUnescaped(std::move(text.m_Text)); }
 
-void URI::GetQueryByMap(std::map<std::string, std::string>& out) const {
+void URI::GetQueryByMap(PairMap& out) const {
     out.clear();
     for (Pairs pairs(m_Query); pairs.Next();) {
-        out.insert_or_assign(Unescaped(std::string(pairs.Key())), Unescaped(std::string(pairs.Value())));
+        out.insert_or_assign(QueryUnescaped(std::string(pairs.Key())), QueryUnescaped(std::string(pairs.Value())));
     }
 }
 
-void URI::SetQueryByMap(const std::map<std::string, std::string>& in) {
-    std::string query;
+void URI::SetQueryByMap(const PairMap& in) {
+    std::uint64_t size = 0;
     for (const auto& [key, value] : in) {
-        if (!query.empty()) {
-            query += '&';
-        }
-        query += FastEscapeChars(key, kQueryExcluded);
-        query += '=';
-        query += FastEscapeChars(value, kQueryExcluded);
+        size += key.size() + value.size() + 2;
+    }
+    std::string query;
+    ReserveFor(query, size);
+    for (const auto& [key, value] : in) {
+        AppendPair(query, key, value);
     }
     SetQuery(std::move(query), false);
 }
@@ -76,22 +92,39 @@ bool URI::GetQueryValue(StringProxy key, StringRefProxy value) const {
     bool found = false;
     std::string_view last;
     for (Pairs pairs(m_Query); pairs.Next();) {
-        if (Unescaped(std::string(pairs.Key())) == key.m_Text) {
+        if (QueryUnescaped(std::string(pairs.Key())) == key.m_Text) {
             found = true;
             last = pairs.Value();
         }
     }
     if (found) {
-        value = Unescaped(std::string(last));
+        value = QueryUnescaped(std::string(last));
     }
     return found;
 }
 
 void URI::SetQueryValue(StringProxy key, StringProxy value) {
-    std::map<std::string, std::string> pairs;
-    GetQueryByMap(pairs);
-    pairs.insert_or_assign(std::move(key.m_Text), std::move(value.m_Text));
-    SetQueryByMap(pairs);
+    // The order and the choice of a map of all pairs, without the map.
+    std::vector<std::pair<std::string, std::string>> all;
+    for (Pairs pairs(m_Query); pairs.Next();) {
+        all.emplace_back(QueryUnescaped(std::string(pairs.Key())), QueryUnescaped(std::string(pairs.Value())));
+    }
+    all.emplace_back(std::move(key.m_Text), std::move(value.m_Text));
+    const auto byKey = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (!std::is_sorted(all.begin(), std::prev(all.end()), byKey)) {
+        std::stable_sort(all.begin(), std::prev(all.end()), byKey);
+    }
+    // Written in this way before, the pairs are in order but for the new one.
+    std::inplace_merge(all.begin(), std::prev(all.end()), all.end(), byKey);
+    std::string query;
+    ReserveFor(query, std::uint64_t{m_Query.size()} + all.size() + 16);
+    for (auto pair = all.begin(); pair != all.end(); ++pair) {
+        // Of equal keys the last counts.
+        if (const auto next = std::next(pair); next == all.end() || next->first != pair->first) {
+            AppendPair(query, pair->first, pair->second);
+        }
+    }
+    SetQuery(std::move(query), false);
 }
 
 }  // namespace Lum

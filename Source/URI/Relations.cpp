@@ -26,8 +26,9 @@ bool URI::HasSameAuthority(const URI& other) const {
 }
 
 bool URI::IsComparable(const URI& other) const noexcept {
-    return !m_IsRelative && !other.m_IsRelative && m_IsHierarchical == other.m_IsHierarchical &&
-           m_Scheme == other.m_Scheme && m_Authority == other.m_Authority &&
+    // Hosts differ most often, and most often in length.
+    return m_Authority == other.m_Authority && m_Scheme == other.m_Scheme && !m_IsRelative && !other.m_IsRelative &&
+           m_IsHierarchical == other.m_IsHierarchical &&
            WithDefault(m_ServerPort, m_Scheme) == WithDefault(other.m_ServerPort, other.m_Scheme);
 }
 
@@ -69,8 +70,9 @@ URI URI::GetCommonParent(const URI& other, bool caseSensitive) const {
         return {};
     }
     // A resolver is asked anew at each level, so the climb can be cut short only without one. Nor can
-    // it where the path reads differently each time it is stored, as "%4|" of a "file" URI does.
-    if (m_Resolver == nullptr && !parent.m_Path.starts_with('%')) {
+    // it where "%4|" at the head of a "file" path is kept as it is, and so reads as something else.
+    const bool readsAnew = parent.m_Path.size() > 2 && parent.m_Path[0] == '%' && parent.m_Path[2] == '|';
+    if (m_Resolver == nullptr && !readsAnew) {
         parent.ClimbAtOnce(below, caseSensitive);
         return parent;
     }

@@ -18,7 +18,7 @@ std::string RelativePath(std::string_view target, std::string_view baseDirectory
     Segments baseWalk(baseDirectory);
     SkipCommonSegments(targetWalk, baseWalk, caseSensitive);
     const std::size_t climbs = CountSegments(baseWalk.Rest());
-    PathBuilder path(false, 3 * climbs + targetWalk.Rest().size() + 2);
+    PathBuilder path(false, 3 * std::uint64_t{climbs} + targetWalk.Rest().size() + 2);
     for (std::size_t i = 0; i < climbs; ++i) {
         path.Push("..");
     }

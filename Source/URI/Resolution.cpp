@@ -22,7 +22,7 @@
 namespace Lum {
 
 std::string ResolvePath(std::string_view base, std::string_view reference, bool keepsLeadingDots) {
-    PathBuilder path(HasLeadingSlash(base), base.size() + reference.size() + 2);
+    PathBuilder path(HasLeadingSlash(base), std::uint64_t{base.size()} + reference.size() + 2);
     bool endsAsDirectory = false;
     const auto walk = [&](std::string_view part) {
         for (Segments segments(part); !segments.AtEnd(); segments.Next()) {

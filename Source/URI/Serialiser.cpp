@@ -1,5 +1,6 @@
 // Puts a record together again as text, as stored or unescaped.
 #include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -7,6 +8,7 @@
 #include <Lum/URI.h>
 
 #include "Source/Base/CopyBytes.h"
+#include "Source/Base/Lengths.h"
 #include "Source/URI/Escaping.h"
 #include "Source/URI/Scheme.h"
 
@@ -15,7 +17,7 @@ namespace {
 
 /// Adds up what Write would take.
 struct Measure {
-    std::size_t size = 0;
+    std::uint64_t size = 0;
     void operator()(std::string_view piece) noexcept { size += piece.size(); }
 };
 
@@ -83,7 +85,9 @@ void Emit(Form form, const Components& parts, Out& out) noexcept {
 std::string Print(Form form, const Components& parts) {
     Measure measure;
     Emit(form, parts, measure);
-    std::string text(measure.size, '\0');
+    std::string text;
+    ReserveFor(text, measure.size);
+    text.resize(static_cast<std::size_t>(measure.size));
     Write write{text.data()};
     Emit(form, parts, write);
     return text;

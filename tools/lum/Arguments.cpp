@@ -35,6 +35,11 @@ std::vector<std::string> ShieldedArguments(int argc, const char* const* argv) {
     return arguments;
 }
 
+std::string WithoutShields(std::string message) {
+    std::erase(message, kShield);
+    return message;
+}
+
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help) {
     return WithoutShield(command.add_option(name, text, help));
 }

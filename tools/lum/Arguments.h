@@ -14,6 +14,9 @@ namespace Tool {
 /// The arguments behind the program's name, shielded, last one first as CLI11 takes them.
 std::vector<std::string> ShieldedArguments(int argc, const char* const* argv);
 
+/// A message that may hold shielded texts, without shields.
+std::string WithoutShields(std::string message);
+
 /// Adds a text, positional or as an option's value.
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::string& text, const std::string& help);
 

@@ -4,12 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <iostream>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
+#include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 
 namespace {
@@ -21,7 +23,7 @@ int Run(int argc, char** argv) {
     app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
         const bool isUnknown = failed->get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
         const std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
-        return "lum: " + what + " (lum --help tells more)\n";
+        return "lum: " + Tool::Printable(Tool::WithoutShields(what)) + " (lum --help tells more)\n";
     });
 
     int status = 0;
@@ -33,7 +35,12 @@ int Run(int argc, char** argv) {
         app.parse(Tool::ShieldedArguments(argc, argv));
         Tool::FlushOutput();
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? EXIT_SUCCESS : 2;
+        const int answer = app.exit(error) == 0 ? EXIT_SUCCESS : 2;
+        if (!std::cout.flush()) {
+            std::fputs("lum: cannot write standard output\n", stderr);
+            return 2;
+        }
+        return answer;
     }
     return status;
 }

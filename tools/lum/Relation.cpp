@@ -29,7 +29,7 @@ std::string_view WordFor(int relation) {
 
 }  // namespace
 
-void AddRelation(CLI::App& app, int& /*status*/) {
+void AddRelation(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("relation", "Tell what URI A is to URI B: none 0, child 1, same 2, parent 3");
     struct Options {
         bool json = false;
@@ -42,8 +42,11 @@ void AddRelation(CLI::App& app, int& /*status*/) {
     command->add_flag("--ignore-case", options->ignoreCase, "Take paths that differ in case for the same");
     AddText(*command, "A", options->a, "A URI")->required();
     AddText(*command, "B", options->b, "Another URI")->required();
-    command->callback([options] {
-        const int relation = Lum::URI(options->a).GetRelation(Lum::URI(options->b), !options->ignoreCase);
+    command->callback([options, &status] {
+        const Lum::URI a(options->a);
+        const Lum::URI b(options->b);
+        status = a.IsValidURI() && b.IsValidURI() ? 0 : 1;
+        const int relation = status == 0 ? a.GetRelation(b, !options->ignoreCase) : Lum::kRelationNone;
         if (options->json) {
             WriteJson({{"a", options->a}, {"b", options->b}, {"relation", WordFor(relation)}, {"code", relation}});
         } else {

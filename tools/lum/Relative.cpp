@@ -27,7 +27,9 @@ void AddRelative(CLI::App& app, int& status) {
     AddText(*command, "BASE", options->base, "The URI to start from")->required();
     command->callback([options, &status] {
         Lum::URI uri(options->target);
-        const bool isRelative = uri.MakeRelativeURI(Lum::URI(options->base), !options->ignoreCase);
+        const Lum::URI base(options->base);
+        const bool isRelative =
+            uri.IsValidURI() && base.IsValidURI() && uri.MakeRelativeURI(base, !options->ignoreCase);
         status = isRelative ? 0 : 1;
         const std::string text = isRelative ? uri.ToString(false) : std::string();
         if (options->json) {

@@ -1,0 +1,19 @@
+// Lengths of results, added in a width that holds every sum.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string>
+
+namespace Lum {
+
+/// Reserves room for `size` bytes; what no string can hold is a failed allocation.
+inline void ReserveFor(std::string& text, std::uint64_t size) {
+    if (size > text.max_size()) {
+        throw std::bad_alloc();
+    }
+    text.reserve(static_cast<std::size_t>(size));
+}
+
+}  // namespace Lum
