@@ -28,8 +28,11 @@ std::string TextOf(CFStringRef string) {
     }
     // With room for the NUL, which the service's own maximum leaves out.
     std::string text(static_cast<std::size_t>(size) + 1, '\0');
-    const bool isWritten = CFStringGetCString(string, text.data(), size + 1, kCFStringEncodingUTF8) != 0;
-    return isWritten ? text.c_str() : std::string();
+    if (CFStringGetCString(string, text.data(), size + 1, kCFStringEncodingUTF8) == 0) {
+        return {};
+    }
+    text.resize(text.find('\0'));
+    return text;
 }
 
 std::string Convert(const std::string& path, CFURLPathStyle from, CFURLPathStyle to) {

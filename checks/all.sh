@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Everything `./dev check` looks at, a line a check: OK, or what is wrong. Runs from the root.
-set -u
+set -u -o pipefail
 export LC_ALL=C
 failed=0
 sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
+[ -n "$(sources)" ] || { echo "FAIL  no sources: not a git checkout?"; exit 1; }
 
 # check NAME COMMAND...: prints the command's output only if it fails.
 check() {
@@ -35,6 +36,14 @@ clang32() {
         clang++-14 -m32 -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -Iinclude -I. "$source" || return 1
     done
 }
+native_paths() {
+    for style in Unix Win; do
+        cmake --preset dev -B "build/native-$style" -DLUM_NATIVE_PATHS=$style -DLUM_BUILD_TOOLS=OFF -DLUM_BUILD_EXAMPLES=OFF &&
+            cmake --build "build/native-$style" --target lum-tests &&
+            "build/native-$style/tests/lum-tests" --gtest_filter='LocalPaths.*:Overrides.*' || return 1
+    done
+}
+docs() { doxygen docs/Doxyfile; }
 fuzz_briefly() {
     for target in build/asan/fuzz/fuzz-*; do
         [ -x "$target" ] && [ -f "$target" ] || continue
@@ -51,6 +60,8 @@ check "examples in README and docs print what they say" checks/snippets.sh build
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
 check "fuzz targets, briefly" fuzz_briefly
 check "clang-tidy" tidy
+check "the other native path styles: their tests" native_paths
+check "the API's pages build" docs
 check "32 bits, g++: all tests" build_and_test m32
 check "32 bits, clang++: no warning" clang32
 exit $failed

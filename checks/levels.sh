@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails where an include points up. Rooms are listed from the bottom; a file may include its own room,
 # those its row names, and public headers where the row says "include".
-set -u
+set -u -o pipefail
 failed=0
 
 # room | rooms it may include
@@ -19,10 +19,15 @@ include/Lum|include
 '
 room_of() { case $1 in Source/* | include/* | tools/*) echo "$1" | cut -d/ -f1-2 ;; *) echo "${1%%/*}" ;; esac; }
 
+files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp')
+[ -n "$files" ] || { echo "no sources: not a git checkout?"; exit 1; }
 while IFS=: read -r file include; do
     room=$(room_of "$file")
     case $include in
-        Lum/*) target=include ;;
+        ../* | */../*) echo "$file includes $include: say it from the root"; failed=1; continue ;;
+        Lum/Platform.h | Lum/Export.h) target=include ;;
+        Lum/*) [ "$room" != Platform ] || { echo "$file includes $include: of Lum only its host set-up"; failed=1; }
+            target=include ;;
         *) target=$(room_of "$include") ;;
     esac
     [ -e "$include" ] || [ "$target" = include ] || target=$room
@@ -31,6 +36,6 @@ while IFS=: read -r file include; do
         *" $target "*) ;;
         *) echo "$file includes $include: $room may include only: ${allowed:-nothing}"; failed=1 ;;
     esac
-done < <(git ls-files -co --exclude-standard -- '*.h' '*.cpp' |
-    xargs grep -oHE '^#include ("[^"]+"|<Lum/[^>]+>)' | sed -E 's/#include ["<]([^">]+)[">]/\1/')
+done < <(echo "$files" |
+    xargs grep -oHE '^ *# *include +("[^"]+"|<(Lum|Source|Mac|Platform|tools|tests)/[^>]+>)' | sed -E 's/ *# *include +["<]([^">]+)[">]/\1/')
 exit $failed

@@ -1,5 +1,5 @@
-// Property: every text is a local path of each style and a URI with or without local paths; a POSIX
-// path comes back through its colon form.
+// Property: every text is a local path of each style and a URI with or without local paths; a Windows
+// path with a drive or without comes back as it was written.
 #include <string>
 
 #include <Lum/URI.h>

@@ -9,7 +9,7 @@
 #include <cstdint>
 
 using CFTypeRef = const void*;
-using CFAllocatorRef = const struct __CFAllocator*;  // NOLINT(bugprone-reserved-identifier): the services' name
+using CFAllocatorRef = const struct __CFAllocator*;  // NOLINT: the services' name
 using CFIndex = long;
 using Boolean = unsigned char;
 

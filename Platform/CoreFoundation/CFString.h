@@ -3,7 +3,7 @@
 
 #include "Platform/CoreFoundation/CFBase.h"
 
-using CFStringRef = const struct __CFString*;  // NOLINT(bugprone-reserved-identifier): the services' name
+using CFStringRef = const struct __CFString*;  // NOLINT: the services' name
 using CFStringEncoding = std::uint32_t;
 
 constexpr CFStringEncoding kCFStringEncodingUTF8 = 0x08000100;

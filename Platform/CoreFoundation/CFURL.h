@@ -4,7 +4,7 @@
 #include "Platform/CoreFoundation/CFBase.h"
 #include "Platform/CoreFoundation/CFString.h"
 
-using CFURLRef = const struct __CFURL*;  // NOLINT(bugprone-reserved-identifier): the services' name
+using CFURLRef = const struct __CFURL*;  // NOLINT: the services' name
 using CFURLPathStyle = CFIndex;
 
 constexpr CFURLPathStyle kCFURLPOSIXPathStyle = 0;

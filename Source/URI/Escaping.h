@@ -40,7 +40,7 @@ public:
 
 private:
     // No set used here holds every byte, so at least one range is found.
-    consteval std::array<ByteRange, 4> WidestKeptRanges() const noexcept {
+    [[nodiscard]] consteval std::array<ByteRange, 4> WidestKeptRanges() const noexcept {
         const auto width = [](ByteRange r) { return r.high - r.low; };
         std::array<ByteRange, 4> kept;
         std::size_t found = 0;

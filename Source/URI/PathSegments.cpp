@@ -10,7 +10,7 @@ namespace Lum {
 void URI::SplitPath(const std::string& path, std::vector<std::string>& segments, bool& leadingSlash,
                     bool& trailingSlash) {
     // The path may be one of the segments, which move when the list grows.
-    const std::string copy = path;
+    const std::string copy = path;  // NOLINT(performance-unnecessary-copy-initialization)
     leadingSlash = HasLeadingSlash(copy);
     trailingSlash = HasTrailingSlash(copy);
     for (Segments walk(copy); !walk.AtEnd(); walk.Next()) {

@@ -108,7 +108,7 @@ void AddCases(const std::string& name, const Inputs& inputs) {
     AddPreparedCase(kNameAndExtension, name, inputs.accepted, Parse,
                     [](const Lum::URI& uri) { return std::pair(uri.GetFilename(false), uri.GetExtension(true)); });
     AddRelationCase(
-        kRelation, name, inputs.urls, [](const Lum::URI&, const Lum::URI&) { return true; }, inputs.urls.size());
+        kRelation, name, inputs.urls, [](const Lum::URI&, const Lum::URI&) { return true; }, kCachedCount);
     AddRelationCase("uri/relation same site", name, inputs.urls, HaveSameSite, kCachedCount);
 }
 

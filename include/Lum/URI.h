@@ -14,7 +14,9 @@
 // Threads: one URI is used by one thread at a time; different URIs are independent. Every static
 // string and operation here may be used from an application's own static initialisers.
 //
-// Failure: nothing here throws but std::bad_alloc. A parse interrupted by it leaves the empty state.
+// Failure: nothing here throws but std::bad_alloc. A parse, copy or assignment interrupted by it leaves
+// the empty state; a single setter leaves the URI as it was; an operation that changes several
+// components may leave some of them changed.
 #pragma once
 
 #include <compare>
@@ -147,37 +149,44 @@ public:
     /// Makes this URI the shortest relative reference that leads to it from `base`; query and
     /// fragment stay. From "http://h/a/d", "http://h/a/b/c?q" becomes "b/c?q". Returns whether it is
     /// relative now (it may have been before); false, without a change, if `base` is relative or
-    /// scheme, host or port differ. `caseSensitive` is about path segments.
+    /// scheme, host or port differ. `caseSensitive` is about path segments. User information stays,
+    /// unprinted. Of two non-hierarchical URIs it gives "./"; and a target named like a directory
+    /// above the base, "http://h/a" from "http://h/a/b", is led to as that directory, "./".
     virtual bool MakeRelativeURI(const URI& base, bool caseSensitive);
     /// Applies a reference as "cd" applies its argument, after RFC 2396, section 5.2; with `escape`
     /// the text is escaped first. "c" at "http://h/a/b" gives "http://h/a/c", ".." "http://h/", and
     /// "?q" "http://h/a/?q" (a query replaces the last segment). ".." at the root is dropped; a
     /// relative URI keeps it. "." and ".." in a reference that begins with "/" stay.
     /// An absolute reference replaces the URI; one that is not valid leaves the empty state, and ""
-    /// changes nothing. Returns true always. Linear in both lengths.
+    /// changes nothing. A base path that does not begin with "/" gives one that does not either
+    /// ("c" at "http://h" is "http://hc"), and a non-hierarchical URI becomes hierarchical. Returns true
+    /// always. Linear in both lengths.
     virtual bool ChDir(StringProxy reference, bool escape);
     /// The local path in the style that the library was built for, Mac by default; "" if none.
     [[nodiscard]] virtual StringProxy ToLocalPath() const;
     /// The path with ":" between names, from the volume on: "Disk:Folder:File" for
     /// "file:///Disk/Folder/File". A "file" URI of the host "localhost" names a POSIX path, which is
     /// on the start-up volume or below "/Volumes"; of any other host it gives "". A relative
-    /// reference begins with ":". Other URIs give "".
+    /// reference begins with ":". Other URIs give "". Where the host is asked (here for "localhost",
+    /// always for the POSIX form) a NUL ends the path, and a path that is not UTF-8 gives "".
     [[nodiscard]] virtual StringProxy ToLocalPathMac() const;
     /// The POSIX path of what ToLocalPathMac names: "/Volumes/Disk/x" for "file:///Disk/x" unless
     /// "Disk" is the start-up volume. "" for a "file" URI with a host, "localhost" included. A
     /// relative reference gives its path.
     [[nodiscard]] virtual StringProxy ToLocalPathUnix() const;
-    /// The path with "\" and drive letters: "C:\x" for "file:///C|/x", "\\server\x" where there is a
-    /// host. A relative reference gives its path with "\".
+    /// The path with backslashes and drive letters: "C:", backslash, "x" for "file:///C|/x"; two
+    /// backslashes, the host and the path where there is a host. A relative reference gives its path
+    /// with backslashes.
     [[nodiscard]] virtual StringProxy ToLocalPathWin() const;
-    /// Makes this the "file" URI of a path in the library's own style; see ToLocalPath.
+    /// Makes this the "file" URI of a path in the library's own style; see ToLocalPath. As with
+    /// SetParts, on which these four rest, user information stays: start from a fresh URI.
     virtual void LocalPathToURI(StringProxy path);
     /// From a path with ":" between names: each becomes "/", the volume the first segment.
     virtual void LocalPathToURIMac(StringProxy path);
     /// From a POSIX path; a "/" is put in front where there is none.
     virtual void LocalPathToURIUnix(StringProxy path);
-    /// From a drive or UNC path: "C:\x" gives the path "/C|/x", "\\server\x" the host "server" and the
-    /// path "/x". Every ":" of the path becomes "|".
+    /// From a drive or UNC path, with slashes or backslashes: "C:/x" gives the path "/C|/x", "//server/x"
+    /// the host "server" and the path "/x". Every ":" of the path becomes "|".
     virtual void LocalPathToURIWin(StringProxy path);
 
     // ---- Setters ---------------------------------------------------------------------------------
@@ -205,7 +214,7 @@ public:
     /// Sets the non-hierarchical part ("@" stays literal) and drops host, port, user information
     /// and path.
     void SetNonHierarchical(StringProxy part);
-    /// Sets six components, escaping each, and makes the URI hierarchical; user information stays.
+    /// Sets six components, escaping each, and makes the URI hierarchical. User information stays.
     void SetParts(StringProxy scheme, StringProxy host, StringProxy port, StringProxy path, StringProxy query,
                   StringProxy fragment);
     /// Makes the URI hierarchical or not and recomputes the three flags from the components.
@@ -453,6 +462,7 @@ LUM_API std::ostream& operator<<(std::ostream& out, const URI& uri);
 
 }  // namespace Lum
 
+/// @cond
 /// Equal URIs, that is those that print the same text, have equal hashes.
 template <>
 struct std::hash<Lum::URI> {
@@ -460,3 +470,4 @@ struct std::hash<Lum::URI> {
         return std::hash<std::string>{}(uri.ToString(false));
     }
 };
+/// @endcond

@@ -198,6 +198,12 @@ TEST(Parser, AllocatesOnlyWhatTheComponentsNeed) {
     uri.ParseURI(text);
     before = Allocations::Count();
     uri.ParseURI(plain);
+    uri.ParseURI("http://user:password-without-escapes@h/");
+    const std::string secret = "http://user:password-without-escapes@h/";
+    const std::size_t beforeSecret = Allocations::Count();
+    uri.ParseURI(secret);
+    EXPECT_EQ(Allocations::Count() - beforeSecret, 0U);
+    before = Allocations::Count();
     uri.ParseURI(relative);
     uri.ParseURI(invalid);
     EXPECT_EQ(Allocations::Count() - before, 0U);

@@ -136,8 +136,8 @@ std::string ResolveSlowly(const std::string& base, const std::string& reference,
 }
 
 TEST(Resolution, EveryShortPathResolvesByTheDefinition) {
-    Generated::EveryText("a/.", 5, [](const std::string& base) {
-        Generated::EveryText("a/.", base.size() < 3 ? 6 : 4, [&](const std::string& reference) {
+    Generated::EveryText("a/.", 6, [](const std::string& base) {
+        Generated::EveryText("a/.", base.size() < 4 ? 6 : 3, [&](const std::string& reference) {
             for (const bool keeps : {false, true}) {
                 const std::string path = Lum::ResolvePath(base, reference, keeps);
                 ASSERT_EQ(path, ResolveSlowly(base, reference, keeps)) << base << ' ' << reference;
@@ -150,6 +150,18 @@ TEST(Resolution, EveryShortPathResolvesByTheDefinition) {
             }
         });
     });
+}
+
+TEST(Resolution, NoPairOfShortPathsClimbsOutOrKeepsDots) {
+    std::vector<std::string> paths;
+    Generated::EveryText("a/.", 6, [&](const std::string& path) { paths.push_back(path); });
+    for (const std::string& base : paths) {
+        for (const std::string& reference : paths) {
+            const std::string path = '/' + Lum::ResolvePath(base, reference, false) + '/';
+            ASSERT_TRUE(path.find("/./") == std::string::npos && path.find("/../") == std::string::npos)
+                << base << ' ' << reference;
+        }
+    }
 }
 
 TEST(Resolution, OnlyARelativeUriIsMadeAbsolute) {
