@@ -4,6 +4,9 @@ set(LUM_SOURCES
     Platform/CoreFoundation/CFBase.cpp
     Platform/CoreFoundation/CFString.cpp
     Platform/CoreFoundation/CFURL.cpp
+    Source/Base/UnitCase.cpp
+    Source/Base/UnitCompare.cpp
+    Source/Base/UnitSearch.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp

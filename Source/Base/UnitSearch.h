@@ -1,0 +1,28 @@
+// Searches runs of 16-bit units. Pointers to what was found; null where there is none.
+//
+// Nothing outside the runs is read. A 0 is a unit like any other, except to CountUnits.
+#pragma once
+
+#include <cstddef>
+
+namespace Lum {
+
+/// The first `unit` in [first, last), or null.
+const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept;
+
+/// The last `unit` in [first, last), or null.
+const unsigned short* FindLastUnit(const unsigned short* first, const unsigned short* last,
+                                   unsigned short unit) noexcept;
+
+/// How often `unit` stands in [first, last).
+std::size_t CountMatches(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept;
+
+/// Where the `size` units at `needle` first stand in [first, last) as a whole, or null; `first` where
+/// `size` is 0. The time grows with the sum of both lengths, whatever they hold, and no memory is taken.
+const unsigned short* FindUnits(const unsigned short* first, const unsigned short* last, const unsigned short* needle,
+                                std::size_t size) noexcept;
+
+/// How many units stand before the first 0.
+std::size_t CountUnits(const unsigned short* text) noexcept;
+
+}  // namespace Lum

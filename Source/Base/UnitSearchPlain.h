@@ -1,0 +1,44 @@
+// Searches of 16-bit units in plain C++: the definition of what every faster variant answers.
+#pragma once
+
+#include <cstddef>
+
+namespace Lum::Plain {
+
+inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,
+                                      unsigned short unit) noexcept {
+    for (; first != last; ++first) {
+        if (*first == unit) {
+            return first;
+        }
+    }
+    return nullptr;
+}
+
+inline const unsigned short* FindLastUnit(const unsigned short* first, const unsigned short* last,
+                                          unsigned short unit) noexcept {
+    while (last != first) {
+        if (*--last == unit) {
+            return last;
+        }
+    }
+    return nullptr;
+}
+
+inline std::size_t CountMatches(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept {
+    std::size_t count = 0;
+    for (; first != last; ++first) {
+        count += *first == unit ? 1 : 0;
+    }
+    return count;
+}
+
+inline std::size_t CountUnits(const unsigned short* text) noexcept {
+    const unsigned short* end = text;
+    while (*end != 0) {
+        ++end;
+    }
+    return static_cast<std::size_t>(end - text);
+}
+
+}  // namespace Lum::Plain
