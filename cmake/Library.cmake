@@ -1,8 +1,11 @@
 # The library's sources, and how it is compiled.
 set(LUM_SOURCES
     Mac/FileSystemPaths.cpp
+    Platform/CoreFoundation/CFArray.cpp
     Platform/CoreFoundation/CFBase.cpp
     Platform/CoreFoundation/CFString.cpp
+    Platform/CoreFoundation/CFStringBytes.cpp
+    Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
     Source/Base/UnitCase.cpp
     Source/Base/UnitCompare.cpp

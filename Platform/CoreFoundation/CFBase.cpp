@@ -3,9 +3,27 @@
 
 #include "Platform/CoreFoundation/CFObject.h"
 
+struct __CFAllocator {};  // NOLINT: the services' name
+
+namespace {
+
+constexpr __CFAllocator kNull;
+
+}  // namespace
+
+constinit const CFAllocatorRef kCFAllocatorNull = &kNull;
+
 CFTypeRef CFRetain(CFTypeRef object) {
-    CoreFoundation::FromRef(object).Retain();
+    if (object != nullptr) {
+        CoreFoundation::FromRef(object).Retain();
+    }
     return object;
 }
 
-void CFRelease(CFTypeRef object) { CoreFoundation::FromRef(object).Release(); }
+void CFRelease(CFTypeRef object) {
+    if (object != nullptr) {
+        CoreFoundation::FromRef(object).Release();
+    }
+}
+
+CFTypeID CFGetTypeID(CFTypeRef object) { return static_cast<CFTypeID>(CoreFoundation::FromRef(object).GetKind()); }

@@ -1,4 +1,5 @@
-// What every object of these services has: a count of references, and a destructor to be found by it.
+// What every object of these services has: a kind, a count of references, and a destructor to be found
+// by it.
 #pragma once
 
 #include <atomic>
@@ -8,13 +9,17 @@
 
 namespace CoreFoundation {
 
+/// The kinds that somebody asks for, by the numbers that CFGetTypeID gives.
+enum class Kind : CFTypeID { Other, String, Array };
+
 /// The first base of every object, so that a CFTypeRef is a pointer to it.
 class Object {
 public:
-    Object() = default;
+    explicit Object(Kind kind = Kind::Other) noexcept : m_Kind(kind) {}
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
+    [[nodiscard]] Kind GetKind() const noexcept { return m_Kind; }
     void Retain() const noexcept { Count(+1); }
     void Release() const noexcept {
         if (Count(-1) == 1) {
@@ -37,6 +42,7 @@ private:
     }
 
     mutable std::atomic<unsigned long> m_References{1};
+    Kind m_Kind;
 };
 
 inline const Object& FromRef(CFTypeRef object) noexcept { return *static_cast<const Object*>(object); }

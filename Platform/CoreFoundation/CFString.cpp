@@ -1,79 +1,55 @@
-// Keeps a string as the UTF-8 it was made from, once that is known to be well formed (RFC 3629).
+// Strings as sequences of UTF-16 code units: what is neither about bytes nor about numbers.
 #include "Platform/CoreFoundation/CFString.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <limits>
-#include <string_view>
+#include <memory>
+#include <span>
 
 #include "Platform/CoreFoundation/CFStringObject.h"
 
+using CoreFoundation::String;
+
 namespace {
 
-/// A lead byte's range, and the range of the byte behind it; the further bytes are 80 to BF.
-struct Form {
-    unsigned char firstLow, firstHigh, secondLow, secondHigh;
-    std::size_t size;
-};
-
-// The table of section 4.
-constexpr Form kForms[] = {
-    {0x00, 0x7F, 0x00, 0x00, 1}, {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3},
-    {0xE1, 0xEC, 0x80, 0xBF, 3}, {0xED, 0xED, 0x80, 0x9F, 3}, {0xEE, 0xEF, 0x80, 0xBF, 3},
-    {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
-};
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const auto first = static_cast<unsigned char>(text[0]);
-        const auto* const form = std::find_if(std::begin(kForms), std::end(kForms), [&](const Form& candidate) {
-            return first >= candidate.firstLow && first <= candidate.firstHigh;
-        });
-        if (form == std::end(kForms) || text.size() < form->size) {
-            return false;
-        }
-        if (form->size > 1) {
-            const auto second = static_cast<unsigned char>(text[1]);
-            if (second < form->secondLow || second > form->secondHigh ||
-                !std::all_of(text.begin() + 2, text.begin() + static_cast<std::ptrdiff_t>(form->size),
-                             IsContinuation)) {
-                return false;
-            }
-        }
-        text.remove_prefix(form->size);
-    }
-    return true;
+std::span<const UniChar> Cut(std::span<const UniChar> units, CFRange range) {
+    const auto size = static_cast<CFIndex>(units.size());
+    const CFIndex from = std::clamp<CFIndex>(range.location, 0, size);
+    const CFIndex length = std::clamp<CFIndex>(range.length, 0, size - from);
+    return units.subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(length));
 }
+
+bool IsText(const UniChar* units, CFIndex count) { return count == 0 || (count > 0 && units != nullptr); }
 
 }  // namespace
 
-using CoreFoundation::String;
-
-CFStringRef CFStringCreateWithCString(CFAllocatorRef /*allocator*/, const char* text, CFStringEncoding encoding) {
-    return encoding == kCFStringEncodingUTF8 && IsUtf8(text) ? (new String(text))->Ref() : nullptr;
+CFStringRef CoreFoundation::CopyOf(std::span<const UniChar> units) {
+    auto copy = std::make_unique_for_overwrite<UniChar[]>(units.size());
+    std::copy(units.begin(), units.end(), copy.get());
+    return (new String(std::move(copy), units.size()))->Ref();
 }
 
-CFIndex CFStringGetLength(CFStringRef string) {
-    // One unit for each character, two for those of four bytes.
-    CFIndex units = 0;
-    for (const char c : String::From(string).Utf8()) {
-        units += (IsContinuation(c) ? 0 : 1) + (static_cast<unsigned char>(c) >= 0xF0 ? 1 : 0);
+CFTypeID CFStringGetTypeID() { return static_cast<CFTypeID>(CoreFoundation::Kind::String); }
+
+CFStringRef CFStringCreateWithCharacters(CFAllocatorRef /*allocator*/, const UniChar* units, CFIndex count) {
+    return IsText(units, count) ? CoreFoundation::CopyOf({units, static_cast<std::size_t>(count)}) : nullptr;
+}
+
+CFStringRef CFStringCreateWithCharactersNoCopy(CFAllocatorRef /*allocator*/, const UniChar* units, CFIndex count,
+                                               CFAllocatorRef contentsDeallocator) {
+    if (!IsText(units, count) || contentsDeallocator != kCFAllocatorNull) {
+        return nullptr;
     }
-    return units;
+    return (new String(std::span(units, static_cast<std::size_t>(count))))->Ref();
 }
 
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding /*encoding*/) {
-    return length > std::numeric_limits<CFIndex>::max() / 3 ? -1 : 3 * length;
+CFStringRef CFStringCreateWithSubstring(CFAllocatorRef /*allocator*/, CFStringRef string, CFRange range) {
+    return CoreFoundation::CopyOf(Cut(String::From(string).Units(), range));
 }
 
-Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStringEncoding encoding) {
-    const std::string& text = String::From(string).Utf8();
-    if (encoding != kCFStringEncodingUTF8 || size <= 0 || text.size() >= static_cast<std::size_t>(size)) {
-        return 0;
-    }
-    std::memcpy(buffer, text.c_str(), text.size() + 1);
-    return 1;
+CFIndex CFStringGetLength(CFStringRef string) { return static_cast<CFIndex>(String::From(string).Units().size()); }
+
+void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer) {
+    const std::span<const UniChar> units = Cut(String::From(string).Units(), range);
+    std::copy(units.begin(), units.end(), buffer);
 }

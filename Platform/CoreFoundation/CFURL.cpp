@@ -4,6 +4,10 @@
 // ":" and "/" change places between the styles, because each is the other's separator.
 #include "Platform/CoreFoundation/CFURL.h"
 
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +24,22 @@ constexpr std::string_view kVolumes = "/Volumes/";
 std::string& StartupVolume() {
     static std::string name = "Macintosh HD";
     return name;
+}
+
+/// The path that a string says; "" where it is no path, for a NUL or a surrogate on its own.
+std::string PathOf(CFStringRef string) {
+    const std::span<const UniChar> units = CoreFoundation::String::From(string).Units();
+    const CFIndex most = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8);
+    if (most < 0 || most == std::numeric_limits<CFIndex>::max()) {
+        throw std::bad_alloc();
+    }
+    std::string path(static_cast<std::size_t>(most) + 1, '\0');
+    if (std::find(units.begin(), units.end(), 0) != units.end() ||
+        CFStringGetCString(string, path.data(), most + 1, kCFStringEncodingUTF8) == 0) {
+        return {};
+    }
+    path.resize(path.find('\0'));
+    return path;
 }
 
 std::string SeparatorsSwapped(std::string_view path) {
@@ -75,7 +95,8 @@ void SetStartupVolumeName(const std::string& utf8) { StartupVolume() = utf8; }
 
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef /*allocator*/, CFStringRef path, CFURLPathStyle style,
                                        Boolean /*isDirectory*/) {
-    std::string_view text = CoreFoundation::String::From(path).Utf8();
+    const std::string whole = PathOf(path);
+    std::string_view text = whole;
     const bool isPosix = style == kCFURLPOSIXPathStyle;
     if (text.empty() || (!isPosix && (style != kCFURLHFSPathStyle || text.front() == ':'))) {
         return nullptr;
@@ -91,5 +112,7 @@ CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style) {
     if (style != kCFURLPOSIXPathStyle && style != kCFURLHFSPathStyle) {
         return nullptr;
     }
-    return (new CoreFoundation::String(style == kCFURLPOSIXPathStyle ? path : ToColons(path)))->Ref();
+    return CFStringCreateWithCString(kCFAllocatorDefault,
+                                     style == kCFURLPOSIXPathStyle ? path.c_str() : ToColons(path).c_str(),
+                                     kCFStringEncodingUTF8);
 }
