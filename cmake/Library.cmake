@@ -8,7 +8,6 @@ set(LUM_SOURCES
     Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
     Source/Base/UnitCase.cpp
-    Source/Base/UnitCompare.cpp
     Source/Base/UnitSearch.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp

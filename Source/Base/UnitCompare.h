@@ -5,14 +5,24 @@
 #include <cstddef>
 #include <cstring>
 
+#ifdef __SSE2__
+#include "Source/Base/UnitCompareSse2.h"
+namespace Lum {
+/// The first place at which the two runs of `size` units differ, or `size`.
+using Sse2::FirstDifference;
+}  // namespace Lum
+#else
+#include "Source/Base/UnitComparePlain.h"
+namespace Lum {
+using Plain::FirstDifference;
+}
+#endif
+
 namespace Lum {
 
 inline bool EqualUnits(const unsigned short* a, const unsigned short* b, std::size_t size) noexcept {
     return size == 0 || std::memcmp(a, b, size * sizeof *a) == 0;
 }
-
-/// The first place at which the two runs of `size` units differ, or `size`.
-std::size_t FirstDifference(const unsigned short* a, const unsigned short* b, std::size_t size) noexcept;
 
 /// -1, 0 or 1 by the first two units that differ, then by length.
 inline int CompareUnits(const unsigned short* a, std::size_t aSize, const unsigned short* b,

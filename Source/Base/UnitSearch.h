@@ -5,7 +5,12 @@
 
 #include <cstddef>
 
+#include "Source/Base/UnitLength.h"
+
 namespace Lum {
+
+// How many units stand before the first 0: std::size_t CountUnits(const unsigned short* text), from
+// UnitLength.h.
 
 /// The first `unit` in [first, last), or null.
 const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept;
@@ -21,8 +26,5 @@ std::size_t CountMatches(const unsigned short* first, const unsigned short* last
 /// `size` is 0. The time grows with the sum of both lengths, whatever they hold, and no memory is taken.
 const unsigned short* FindUnits(const unsigned short* first, const unsigned short* last, const unsigned short* needle,
                                 std::size_t size) noexcept;
-
-/// How many units stand before the first 0.
-std::size_t CountUnits(const unsigned short* text) noexcept;
 
 }  // namespace Lum

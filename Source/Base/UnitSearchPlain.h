@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "Source/Base/UnitPair.h"
+
 namespace Lum::Plain {
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,
@@ -20,6 +22,18 @@ inline const unsigned short* FindLastUnit(const unsigned short* first, const uns
     while (last != first) {
         if (*--last == unit) {
             return last;
+        }
+    }
+    return nullptr;
+}
+
+/// The first place in [first, last) with both units of `pair` at their distances from it, or null. All
+/// these distances behind `last` can be read, too.
+inline const unsigned short* FindPair(const unsigned short* first, const unsigned short* last,
+                                      const UnitPair& pair) noexcept {
+    for (; first != last; ++first) {
+        if (first[pair.placeOfOne] == pair.one && first[pair.placeOfOther] == pair.other) {
+            return first;
         }
     }
     return nullptr;
