@@ -7,6 +7,13 @@ set(LUM_SOURCES
     Platform/CoreFoundation/CFStringBytes.cpp
     Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
+    Platform/Script/HostLocale.cpp
+    Platform/Script/Script.cpp
+    Platform/TextEncoding/ApplicationEncoding.cpp
+    Platform/TextEncoding/EncodingNames.cpp
+    Platform/TextEncoding/OwnConverters.cpp
+    Platform/TextEncoding/ScriptEncodings.cpp
+    Platform/TextEncoding/TextEncodingConverter.cpp
     Source/Base/UnitCase.cpp
     Source/Base/UnitSearch.cpp
     Source/URI/CharacterClasses.cpp

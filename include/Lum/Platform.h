@@ -4,11 +4,23 @@
 // The set-up is to be called before other threads use the library; may be called from static initialisers.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include <Lum/Export.h>
 
 namespace Lum::Platform {
+
+/// Takes the script and the code set from a POSIX locale name: with "ja_JP.eucJP" the system's script is
+/// Japanese, of two-byte characters, and the application's encoding EUC-JP unless another was set. Any
+/// language but Japanese, Korean and Chinese is Roman, as is an empty name. Without a call, the name in
+/// LC_ALL, LC_CTYPE or LANG, in that order.
+LUM_API void SetLocale(const std::string& posixName);
+
+/// Sets the encoding of the application's narrow texts, as a TextEncoding number: 0x08000100 is UTF-8.
+/// Without a call, or with 0xFFFF, the locale's code set: UTF-8 for "C", and where none is named or it
+/// is not known.
+LUM_API void SetApplicationTextEncoding(std::uint32_t textEncoding);
 
 /// Names the volume that the POSIX path "/" is on in colon-separated paths, in UTF-8; "Macintosh HD"
 /// without a call. Every other volume is the folder of its name below "/Volumes". A name is not empty

@@ -1,0 +1,49 @@
+// The services' doors: finds the converter between two encodings and calls it.
+#include "Platform/TextEncoding/TextEncodingConverter.h"
+
+#include <memory>
+
+#include "Platform/TextEncoding/Converter.h"
+#include "Platform/TextEncoding/OwnConverters.h"
+
+namespace {
+
+using TextConversion::Progress;
+
+/// The version bits choose between tables of which there is one each.
+constexpr TextEncoding WithoutVersion(TextEncoding encoding) { return encoding & 0x3FFFFFFF; }
+
+std::unique_ptr<TextConversion::Converter> MakeConverter(TextEncoding from, TextEncoding to) {
+    return TextConversion::MakeOwnConverter(WithoutVersion(from), WithoutVersion(to));
+}
+
+}  // namespace
+
+OSStatus TECCreateConverter(TECObjectRef* converter, TextEncoding from, TextEncoding to) {
+    *converter = MakeConverter(from, to).release();
+    return *converter != nullptr ? noErr : kTECNoConversionPathErr;
+}
+
+OSStatus TECConvertText(TECObjectRef converter, ConstTextPtr input, ByteCount inputLength, ByteCount* inputUsed,
+                        TextPtr output, ByteCount outputLength, ByteCount* outputUsed) {
+    const Progress progress = converter->Convert({input, inputLength}, {output, outputLength});
+    *inputUsed = progress.read;
+    *outputUsed = progress.written;
+    return progress.status;
+}
+
+OSStatus TECFlushText(TECObjectRef converter, TextPtr output, ByteCount outputLength, ByteCount* outputUsed) {
+    const Progress progress = converter->Flush({output, outputLength});
+    *outputUsed = progress.written;
+    return progress.status;
+}
+
+OSStatus TECClearConverterContextInfo(TECObjectRef converter) {
+    converter->Clear();
+    return noErr;
+}
+
+OSStatus TECDisposeConverter(TECObjectRef converter) {
+    delete converter;
+    return noErr;
+}
