@@ -1,5 +1,6 @@
-// Strings from bytes, and bytes from strings. Nothing is replaced: text that is not valid gives no
-// string, and a string that an encoding cannot say gives no bytes.
+// Strings from bytes, and bytes from strings, over the converter service. Nothing is replaced: text
+// that is not valid from end to end gives no string, and a string that an encoding cannot say gives no
+// bytes.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -7,128 +8,137 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "Platform/CoreFoundation/CFString.h"
 #include "Platform/CoreFoundation/CFStringObject.h"
+#include "Platform/TextEncoding/TextEncodingConverter.h"
 
 namespace {
 
-/// A lead byte's range, and the range of the byte behind it; the further bytes are 80 to BF.
-struct Form {
-    unsigned char firstLow, firstHigh, secondLow, secondHigh;
-    std::size_t size;
+using Bytes = std::span<const unsigned char>;
+
+struct Dispose {
+    void operator()(TECObjectRef converter) const noexcept { TECDisposeConverter(converter); }
+};
+using Converter = std::unique_ptr<std::remove_pointer_t<TECObjectRef>, Dispose>;
+
+/// Null if there is none.
+Converter MakeConverter(CFStringEncoding from, CFStringEncoding to) {
+    TECObjectRef converter = nullptr;
+    return Converter(TECCreateConverter(&converter, from, to) == noErr ? converter : nullptr);
+}
+
+/// A text of unknown size on its way in: short ones need no block of their own.
+class Units {
+public:
+    explicit Units(std::size_t expected) {
+        if (expected > m_Room) {
+            Grow(expected);
+        }
+    }
+
+    [[nodiscard]] TextPtr End() noexcept { return reinterpret_cast<TextPtr>(m_First + m_Size); }
+    [[nodiscard]] ByteCount Room() const noexcept { return (m_Room - m_Size) * sizeof(UniChar); }
+    void Add(ByteCount bytes) noexcept { m_Size += bytes / sizeof(UniChar); }
+    void Grow() { Grow(2 * m_Room); }
+
+    CFStringRef ToString() && {
+        return m_Block ? (new CoreFoundation::String(std::move(m_Block), m_Size))->Ref()
+                       : CoreFoundation::CopyOf({m_First, m_Size});
+    }
+
+private:
+    void Grow(std::size_t room) {
+        auto block = std::make_unique_for_overwrite<UniChar[]>(room);
+        std::copy_n(m_First, m_Size, block.get());
+        m_Block = std::move(block);
+        m_First = m_Block.get();
+        m_Room = room;
+    }
+
+    UniChar m_Stack[256];
+    std::unique_ptr<UniChar[]> m_Block;
+    UniChar* m_First = m_Stack;
+    std::size_t m_Size = 0;
+    std::size_t m_Room = std::size(m_Stack);
 };
 
-// RFC 3629, the table of section 4, without the ASCII row.
-constexpr Form kForms[] = {
-    {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3}, {0xED, 0xED, 0x80, 0x9F, 3},
-    {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
-};
-
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
-
-/// The size of the well-formed sequence that a text begins with; 0 if there is none.
-std::size_t SequenceSize(std::string_view text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0x80) {
-        return 1;
-    }
-    const auto* const form = std::find_if(std::begin(kForms), std::end(kForms), [&](const Form& candidate) {
-        return first >= candidate.firstLow && first <= candidate.firstHigh;
-    });
-    if (form == std::end(kForms) || text.size() < form->size) {
-        return 0;
-    }
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool isWhole =
-        second >= form->secondLow && second <= form->secondHigh &&
-        std::all_of(text.begin() + 2, text.begin() + static_cast<std::ptrdiff_t>(form->size), IsContinuation);
-    return isWhole ? form->size : 0;
-}
-
-/// Writes the units of a UTF-8 text, which are no more than its bytes; their number.
-std::optional<std::size_t> DecodeUtf8(std::string_view text, UniChar* units) {
-    UniChar* next = units;
-    while (!text.empty()) {
-        const std::size_t size = SequenceSize(text);
-        if (size == 0) {
-            return {};
-        }
-        auto scalar = static_cast<std::uint32_t>(static_cast<unsigned char>(text[0]));
-        scalar &= size == 1 ? 0x7FU : 0x7FU >> size;
-        for (std::size_t i = 1; i < size; ++i) {
-            scalar = scalar << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
-        }
-        if (scalar >= 0x10000) {
-            *next++ = static_cast<UniChar>(0xD7C0 + (scalar >> 10));
-            scalar = 0xDC00 | (scalar & 0x3FF);
-        }
-        *next++ = static_cast<UniChar>(scalar);
-        text.remove_prefix(size);
-    }
-    return static_cast<std::size_t>(next - units);
-}
-
-bool IsLow(UniChar unit) { return (unit & 0xFC00) == 0xDC00; }
-bool IsHigh(UniChar unit) { return (unit & 0xFC00) == 0xD800; }
-
-/// Writes the UTF-8 of units; nothing if it does not fit or a surrogate stands alone.
-std::optional<std::size_t> EncodeUtf8(std::span<const UniChar> units, std::span<char> bytes) {
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < units.size(); ++i) {
-        std::uint32_t scalar = units[i];
-        if (IsHigh(units[i]) && i + 1 < units.size() && IsLow(units[i + 1])) {
-            scalar = 0x10000 + ((scalar & 0x3FF) << 10) + (units[++i] & 0x3FFU);
-        } else if (IsHigh(units[i]) || IsLow(units[i])) {
-            return {};
-        }
-        const unsigned size = scalar < 0x80 ? 1 : scalar < 0x800 ? 2 : scalar < 0x10000 ? 3 : 4;
-        if (bytes.size() - at < size) {
-            return {};
-        }
-        for (unsigned rest = size - 1; rest > 0; --rest, scalar >>= 6) {
-            bytes[at + rest] = static_cast<char>(0x80 | (scalar & 0x3F));
-        }
-        bytes[at] = static_cast<char>(size == 1 ? scalar : (0xF00 >> size & 0xFF) | scalar);
-        at += size;
-    }
-    return at;
-}
-
-bool IsKnown(CFStringEncoding encoding) {
-    return encoding == kCFStringEncodingUTF8 || encoding == kCFStringEncodingASCII;
-}
-
-CFStringRef Decode(std::string_view bytes, CFStringEncoding encoding) {
-    constexpr std::size_t kMostOnStack = 512;
-    const bool isAscii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) == 0; });
-    if (!IsKnown(encoding) || (encoding == kCFStringEncodingASCII && !isAscii)) {
+CFStringRef Decode(Bytes bytes, CFStringEncoding encoding) {
+    const Converter converter = MakeConverter(encoding, kCFStringEncodingUTF16);
+    if (!converter) {
         return nullptr;
     }
-    UniChar stack[kMostOnStack];
-    std::unique_ptr<UniChar[]> heap;
-    if (bytes.size() > kMostOnStack) {
-        heap = std::make_unique_for_overwrite<UniChar[]>(bytes.size());
+    Units units(bytes.size());
+    OSStatus status = noErr;
+    // A byte is a unit at most in nearly all encodings; where it may be more, the room grows.
+    while (true) {
+        ByteCount read = 0;
+        ByteCount written = 0;
+        status =
+            TECConvertText(converter.get(), bytes.data(), bytes.size(), &read, units.End(), units.Room(), &written);
+        bytes = bytes.subspan(read);
+        units.Add(written);
+        if (status == noErr) {
+            status = TECFlushText(converter.get(), units.End(), units.Room(), &written);
+            units.Add(written);
+        }
+        if (status != kTECOutputBufferFullStatus) {
+            return status == noErr ? std::move(units).ToString() : nullptr;
+        }
+        units.Grow();
     }
-    UniChar* const units = heap ? heap.get() : stack;
-    const std::optional<std::size_t> size = DecodeUtf8(bytes, units);
-    return size ? CoreFoundation::CopyOf({units, *size}) : nullptr;
 }
 
-std::optional<std::size_t> Encode(CFStringRef string, std::span<char> bytes, CFStringEncoding encoding) {
-    const std::span<const UniChar> units = CoreFoundation::String::From(string).Units();
-    const bool isAscii = std::all_of(units.begin(), units.end(), [](UniChar unit) { return unit < 0x80; });
-    if (!IsKnown(encoding) || (encoding == kCFStringEncodingASCII && !isAscii)) {
+/// The number of bytes written; nothing if the text does not fit or cannot be said.
+std::optional<std::size_t> Encode(CFStringRef string, std::span<unsigned char> buffer, CFStringEncoding encoding) {
+    const Converter converter = MakeConverter(kCFStringEncodingUTF16, encoding);
+    if (!converter) {
         return {};
     }
-    return EncodeUtf8(units, bytes);
+    const std::span<const UniChar> units = CoreFoundation::String::From(string).Units();
+    ByteCount read = 0;
+    ByteCount written = 0;
+    ByteCount flushed = 0;
+    if (TECConvertText(converter.get(), reinterpret_cast<ConstTextPtr>(units.data()), units.size_bytes(), &read,
+                       buffer.data(), buffer.size(), &written) != noErr ||
+        TECFlushText(converter.get(), buffer.data() + written, buffer.size() - written, &flushed) != noErr) {
+        return {};
+    }
+    return written + flushed;
+}
+
+/// What a unit can become at most, and what can stand around a text, in bytes.
+struct Growth {
+    CFIndex perUnit, around;
+};
+
+Growth GrowthIn(CFStringEncoding encoding) {
+    constexpr CFStringEncoding kBase = 0xFFFF;
+    constexpr Growth kOfFormats[] = {{2, 0}, {5, 0}, {3, 0}, {4, 4}, {2, 0}, {2, 0}, {4, 0}, {4, 0}};
+    // The bases whose characters are one byte each: Macintosh but for its four double-byte scripts,
+    // ISO 8859, Windows and ASCII.
+    struct Range {
+        CFStringEncoding first, last;
+    };
+    constexpr Range kSingleByte[] = {{0, 0}, {4, 8}, {0x1D, 0x26}, {0x201, 0x210}, {0x500, 0x508}, {0x600, 0x600}};
+    const CFStringEncoding base = encoding & kBase;
+    if (base == kTextEncodingUnicodeDefault) {
+        const std::size_t format = encoding >> 26 & 0xF;
+        return format < std::size(kOfFormats) ? kOfFormats[format] : Growth{8, 8};
+    }
+    const bool isSingleByte = std::any_of(std::begin(kSingleByte), std::end(kSingleByte), [&](const Range& range) {
+        return base >= range.first && base <= range.last;
+    });
+    // Eight: an escape sequence that names a set, a shift into it, and two bytes (RFC 1922).
+    return isSingleByte ? Growth{1, 0} : Growth{8, 8};
 }
 
 }  // namespace
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef /*allocator*/, const char* text, CFStringEncoding encoding) {
-    return text == nullptr ? nullptr : Decode(text, encoding);
+    return text == nullptr ? nullptr : Decode({reinterpret_cast<ConstTextPtr>(text), std::strlen(text)}, encoding);
 }
 
 CFStringRef CFStringCreateWithCStringNoCopy(CFAllocatorRef allocator, const char* text, CFStringEncoding encoding,
@@ -138,18 +148,21 @@ CFStringRef CFStringCreateWithCStringNoCopy(CFAllocatorRef allocator, const char
 
 CFStringRef CFStringCreateWithPascalString(CFAllocatorRef /*allocator*/, const unsigned char* text,
                                            CFStringEncoding encoding) {
-    return text == nullptr ? nullptr : Decode({reinterpret_cast<const char*>(text + 1), text[0]}, encoding);
+    return text == nullptr ? nullptr : Decode({text + 1, text[0]}, encoding);
 }
 
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding /*encoding*/) {
-    return length > std::numeric_limits<CFIndex>::max() / 3 ? -1 : 3 * length;
+CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding) {
+    const auto [perUnit, around] = GrowthIn(encoding);
+    const CFIndex longest = (std::numeric_limits<CFIndex>::max() - around) / perUnit;
+    return length > longest ? -1 : std::max<CFIndex>(length, 0) * perUnit + around;
 }
 
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex size, CFStringEncoding encoding) {
     if (buffer == nullptr || size <= 0) {
         return 0;
     }
-    const std::optional<std::size_t> used = Encode(string, {buffer, static_cast<std::size_t>(size) - 1}, encoding);
+    const std::optional<std::size_t> used =
+        Encode(string, {reinterpret_cast<TextPtr>(buffer), static_cast<std::size_t>(size) - 1}, encoding);
     buffer[used.value_or(0)] = '\0';
     return used ? 1 : 0;
 }
@@ -160,7 +173,7 @@ Boolean CFStringGetPascalString(CFStringRef string, unsigned char* buffer, CFInd
         return 0;
     }
     const auto room = static_cast<std::size_t>(std::min(size - 1, kLongest));
-    const std::optional<std::size_t> used = Encode(string, {reinterpret_cast<char*>(buffer + 1), room}, encoding);
+    const std::optional<std::size_t> used = Encode(string, {buffer + 1, room}, encoding);
     buffer[0] = static_cast<unsigned char>(used.value_or(0));
     return used ? 1 : 0;
 }

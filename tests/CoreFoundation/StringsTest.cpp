@@ -2,14 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
-#include <cmath>
 #include <limits>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "Platform/CoreFoundation/CFArray.h"
+#include "Platform/TextEncoding/EncodingNames.h"
 
 namespace {
 
@@ -94,6 +96,59 @@ TEST(CoreFoundationStrings, WriteNothingPastABufferAndAllOrNothing) {
             CFStringCreateWithPascalString(kCFAllocatorDefault, pascal.data(), kCFStringEncodingASCII));
         EXPECT_EQ(CFStringGetLength(back.get()), static_cast<CFIndex>(length % 256));
     }
+}
+
+TEST(CoreFoundationStrings, TakeBytesOnlyWhereAllAreValid) {
+    struct Row {
+        CFStringEncoding encoding;
+        const char* bytes;
+        Units units;  // none where they are not valid
+    };
+    for (const Row& row : std::vector<Row>{{kCFStringEncodingASCII, "a", {'a'}},
+                                           {kCFStringEncodingASCII, "a\x80", {}},
+                                           {kCFStringEncodingISOLatin1, "\x80\xFF", {0x80, 0xFF}},
+                                           {kCFStringEncodingUTF8, "a\xE2\x82", {}},
+                                           {kCFStringEncodingUTF8, "\xED\xA0\x80", {}},
+                                           {kCFStringEncodingUTF16, "abc", {}},
+                                           {0xFFFF, "a", {}}}) {
+        const OwnedString string = Make(row.bytes, row.encoding);
+        ASSERT_EQ(string != nullptr, !row.units.empty()) << row.bytes;
+        if (string) {
+            EXPECT_EQ(UnitsOf(string), row.units) << row.bytes;
+        }
+    }
+}
+
+TEST(CoreFoundationStrings, ComeBackFromEveryEncodingWithinItsMaximumSize) {
+    const std::vector<Units> characters{{'a'}, {'~'}, {0xE9}, {0x42F}, {0x5D0}, {0x3042}, {0x4E00}, {0xAC00}, {0xFFFD}};
+    const std::vector<Units> pairs{{0xD83D, 0xDE00}, {0xD840, 0xDC00}};
+    std::mt19937 random(5);
+    int said = 0;
+    for (const TextConversion::EncodingRow& row : TextConversion::EncodingRows()) {
+        for (int i = 0; i < 300; ++i) {
+            // Two characters by turns: the most shifts that there can be.
+            Units units;
+            const std::array chosen{characters[random() % characters.size()],
+                                    random() % 8 == 0 ? pairs[random() % 2] : characters[random() % 2]};
+            for (std::size_t length = random() % 12; length > 0; --length) {
+                units.insert(units.end(), chosen[length % 2].begin(), chosen[length % 2].end());
+            }
+            std::array<unsigned char, 256> pascal{};
+            const auto length = static_cast<CFIndex>(units.size());
+            if (CFStringGetPascalString(Make(units).get(), pascal.data(), 256, row.encoding) != 0) {
+                ++said;
+                EXPECT_LE(pascal[0], CFStringGetMaximumSizeForEncoding(length, row.encoding)) << row.names;
+                const OwnedString back(
+                    CFStringCreateWithPascalString(kCFAllocatorDefault, pascal.data(), row.encoding));
+                ASSERT_TRUE(back) << row.names;
+                EXPECT_EQ(UnitsOf(back), units) << row.names;
+            }
+        }
+        constexpr CFIndex kMost = std::numeric_limits<CFIndex>::max();
+        const CFIndex size = CFStringGetMaximumSizeForEncoding(kMost, row.encoding);
+        EXPECT_TRUE(size == -1 || size == kMost) << row.names;
+    }
+    EXPECT_GT(said, 500);
 }
 
 TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
