@@ -14,6 +14,15 @@ set(LUM_SOURCES
     Platform/TextEncoding/OwnConverters.cpp
     Platform/TextEncoding/ScriptEncodings.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
+    Platform/Uc16/FloatingText.cpp
+    Platform/Uc16/FormatArguments.cpp
+    Platform/Uc16/FormatConversion.cpp
+    Platform/Uc16/FormatEstimate.cpp
+    Platform/Uc16/FormatOutput.cpp
+    Platform/Uc16/FormatTexts.cpp
+    Platform/Uc16/IntegerText.cpp
+    Platform/Uc16/NarrowText.cpp
+    Platform/Uc16/Units.cpp
     Source/Base/UnitCase.cpp
     Source/Base/UnitSearch.cpp
     Source/URI/CharacterClasses.cpp

@@ -1,0 +1,81 @@
+// The arguments of a format, in their order or by position.
+#pragma once
+
+#include <array>
+#include <cstdarg>
+#include <cstdint>
+
+#include "Platform/Uc16/FormatConversion.h"
+
+namespace Uc16 {
+
+/// The member that the kind names is set; an int is in `integer` too, its sign extended. Filled in place:
+/// a copy of the whole just behind a write of a part stalls the processor.
+union Argument {
+    std::int64_t integer;
+    double number;
+    long double longNumber;
+    const void* pointer;
+};
+
+/// Hands out the arguments of one call.
+class Arguments {
+public:
+    /// Copies `args`, whose owner's stays where it is.
+    explicit Arguments(va_list args) { va_copy(m_List, args); }
+    ~Arguments() { va_end(m_List); }
+    Arguments(const Arguments&) = delete;
+    Arguments& operator=(const Arguments&) = delete;
+
+    /// Takes the arguments of a conversion that has any, width and precision first, and stores these in
+    /// it: the width positive, a negative precision as none. False, with nothing taken, if the conversion
+    /// has its arguments in another manner or of another kind than those before. `rest` is the format from
+    /// the conversion's percent sign on: the first position that is seen looks ahead.
+    bool Take(Conversion& conversion, Argument& argument, const unsigned short* rest) {
+        if (m_Manner == Manner::kByPosition || conversion.position != 0 || conversion.width.argument != 0 ||
+            conversion.precision.argument != 0) {
+            return TakeSeveral(conversion, argument, rest);
+        }
+        m_Manner = Manner::kInOrder;
+        Next(KindOf(conversion), argument);
+        return true;
+    }
+
+private:
+    enum class Manner : std::uint8_t { kUndecided, kInOrder, kByPosition };
+    static constexpr int kMostPositions = 64;
+
+    void Next(ArgumentKind kind, Argument& argument) {
+        switch (kind) {
+            case ArgumentKind::kInt64:
+                argument.integer = va_arg(m_List, long long);
+                break;
+            case ArgumentKind::kDouble:
+                argument.number = va_arg(m_List, double);
+                break;
+            case ArgumentKind::kLongDouble:
+                argument.longNumber = va_arg(m_List, long double);
+                break;
+            case ArgumentKind::kPointer:
+                argument.pointer = va_arg(m_List, const void*);
+                break;
+            default:
+                argument.integer = va_arg(m_List, int);
+                break;
+        }
+    }
+    bool TakeSeveral(Conversion& conversion, Argument& argument, const unsigned short* rest);
+    [[nodiscard]] bool Has(int position, ArgumentKind kind) const;
+    void NoteKind(int position, ArgumentKind kind);
+    void ReadPositions(const unsigned short* rest);
+    void TakeFrom(int position, ArgumentKind kind, Argument& argument);
+    int TakeMeasure(const Measure& measure);
+
+    va_list m_List;
+    Manner m_Manner = Manner::kUndecided;
+    // Set when the first position is seen.
+    std::array<ArgumentKind, kMostPositions> m_Kinds;
+    std::array<Argument, kMostPositions> m_Values;
+};
+
+}  // namespace Uc16
