@@ -25,7 +25,7 @@ while IFS=: read -r file include; do
     room=$(room_of "$file")
     case $include in
         ../* | */../*) echo "$file includes $include: say it from the root"; failed=1; continue ;;
-        Lum/Platform.h | Lum/Export.h) target=include ;;
+        Lum/Platform.h | Lum/ResourceFile.h | Lum/Export.h) target=include ;;
         Lum/*) [ "$room" != Platform ] || { echo "$file includes $include: of Lum only its host set-up"; failed=1; }
             target=include ;;
         *) target=$(room_of "$include") ;;

@@ -7,6 +7,13 @@ set(LUM_SOURCES
     Platform/CoreFoundation/CFStringBytes.cpp
     Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
+    Platform/Resources/DiskFile.cpp
+    Platform/Resources/Handles.cpp
+    Platform/Resources/LayoutReader.cpp
+    Platform/Resources/LayoutWriter.cpp
+    Platform/Resources/OpenFiles.cpp
+    Platform/Resources/ResourceMap.cpp
+    Platform/Resources/Resources.cpp
     Platform/Script/HostLocale.cpp
     Platform/Script/Script.cpp
     Platform/TextEncoding/ApplicationEncoding.cpp

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include <Lum/Export.h>
@@ -27,6 +28,19 @@ LUM_API void SetApplicationTextEncoding(std::uint32_t textEncoding);
 /// and holds neither ":" nor NUL; with any other, paths of that volume are not read back.
 LUM_API void SetStartupVolumeName(const std::string& utf8);
 
+/// Opens a resource file and puts it in front of the search order; a writable one that is not there is
+/// made. Returns a reference number above 0, or -1, with nothing changed, if the file cannot be opened or
+/// made, does not hold together (ExplainResourceFile tells why), or is to be writable and is so already.
+LUM_API short OpenResourceFile(const std::filesystem::path& path, bool writable);
+/// Writes changed and added resources back: at any moment, whatever happens, the file is the old or the
+/// new one, whole. False, with file and memory as they were, if that fails, for more than the layout has
+/// room for (16 MB, about 2,700 resources), and for a file that is not open or not writable.
+LUM_API bool UpdateResourceFile(short reference);
+/// Writes back what has changed and closes the file; its resources' handles are then no longer to be
+/// used. False, with the file still open, if it cannot be written, and for one that is not open. What is
+/// still open at the program's end is not written.
+LUM_API bool CloseResourceFile(short reference);
+
 }  // namespace Lum::Platform
 
 /// Any object of Core Foundation, such as a CFStringRef. It goes with its last reference; counting is
@@ -38,3 +52,17 @@ LUM_API CFTypeRef CFRetain(CFTypeRef object);
 /// Gives a reference back: one that CFRetain added or that came with a function named Create. Null is
 /// ignored.
 LUM_API void CFRelease(CFTypeRef object);
+
+// Handles are blocks of memory that may move when they are resized: `*handle` is where the block stands.
+// What is no handle, or no longer one, is recognised and left alone. For one thread at a time.
+
+/// A block of `size` zeros, to be given back with DisposeHandle; null if there is no memory for it or `size`
+/// is negative.
+LUM_API char** NewHandle(long size);
+/// Gives the block back; ignored for one that belongs to an open resource file.
+LUM_API void DisposeHandle(char** handle);
+/// The block's size in bytes; 0 for what is no handle.
+LUM_API long GetHandleSize(char** handle);
+/// Makes the block `size` bytes long; what is added is zero. The size stays as it is if there is no memory
+/// for it, it is negative, or a locked block is to grow.
+LUM_API void SetHandleSize(char** handle, long size);
