@@ -26,7 +26,7 @@ std::vector<std::unique_ptr<OpenFile>>& OpenFiles() {
     return *files;
 }
 
-OpenFile* NewestFile() { return OpenFiles().empty() ? nullptr : OpenFiles().back().get(); }
+OpenFile* NewestFile() { return OpenFiles().empty() ? nullptr : OpenFiles().front().get(); }
 
 namespace {
 
@@ -109,7 +109,7 @@ short OpenResourceFile(const std::filesystem::path& path, bool writable) {
     }
     const short reference = Resources::NewReference();
     file->reference = reference;
-    Resources::OpenFiles().push_back(std::move(file));
+    Resources::OpenFiles().insert(Resources::OpenFiles().begin(), std::move(file));
     return reference;
 }
 

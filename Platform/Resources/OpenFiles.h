@@ -17,7 +17,7 @@ struct OpenFile {
     ResourceMap map;
 };
 
-/// Newest last.
+/// Newest first.
 std::vector<std::unique_ptr<OpenFile>>& OpenFiles();
 /// Null if none is open.
 OpenFile* NewestFile();

@@ -94,7 +94,7 @@ Handle ResourceMap::Load(Resource& resource) const {
         return resource.handle;
     }
     const std::string_view bytes = DataOf(resource);
-    const Handle handle = NewHandle(static_cast<Size>(bytes.size()));
+    char** const handle = NewHandle(static_cast<Size>(bytes.size()));
     if (handle != nullptr) {
         std::copy(bytes.begin(), bytes.end(), *handle);
         SwapFields(resource.type, *handle, bytes.size());

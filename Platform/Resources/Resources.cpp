@@ -67,10 +67,9 @@ std::string_view StringOfList(std::string_view list, short index) {
 }  // namespace
 
 Handle GetResource(ResType type, ResID id) {
-    const auto& files = Resources::OpenFiles();
-    for (auto file = files.rbegin(); file != files.rend(); ++file) {
-        if (Resource* const resource = (*file)->map.Find(type, id)) {
-            return (*file)->map.Load(*resource);
+    for (const auto& file : Resources::OpenFiles()) {
+        if (Resource* const resource = file->map.Find(type, id)) {
+            return file->map.Load(*resource);
         }
     }
     return nullptr;
@@ -85,7 +84,7 @@ Handle Get1NamedResource(ResType type, ConstStr255Param name) {
 StringHandle GetString(ResID id) { return reinterpret_cast<StringHandle>(GetResource(kString, id)); }
 
 void GetIndString(Str255 string, ResID list, short index) {
-    const Handle handle = GetResource(kStringList, list);
+    char** const handle = GetResource(kStringList, list);
     std::string_view text;
     if (handle != nullptr) {
         text = StringOfList({*handle, static_cast<std::size_t>(GetHandleSize(handle))}, index);
