@@ -9,11 +9,11 @@ namespace Lum {
 struct UnitKernel {
     decltype(&Plain::FindUnit) findUnit;
     decltype(&Plain::FindLastUnit) findLastUnit;
-    decltype(&Plain::FindPair) findPair;
+    decltype(&Plain::FindMarks) findMarks;
     decltype(&Plain::CountMatches) countMatches;
 };
 
-inline constexpr UnitKernel kPlainUnits{Plain::FindUnit, Plain::FindLastUnit, Plain::FindPair, Plain::CountMatches};
+inline constexpr UnitKernel kPlainUnits{Plain::FindUnit, Plain::FindLastUnit, Plain::FindMarks, Plain::CountMatches};
 
 }  // namespace Lum
 
@@ -21,8 +21,8 @@ inline constexpr UnitKernel kPlainUnits{Plain::FindUnit, Plain::FindLastUnit, Pl
 #include "Source/Base/UnitSearchAvx2.h"
 #include "Source/Base/UnitSearchSse2.h"
 namespace Lum {
-inline constexpr UnitKernel kSse2Units{Sse2::FindUnit, Sse2::FindLastUnit, Sse2::FindPair, Sse2::CountMatches};
-inline constexpr UnitKernel kAvx2Units{Avx2::FindUnit, Sse2::FindLastUnit, Avx2::FindPair, Sse2::CountMatches};
+inline constexpr UnitKernel kSse2Units{Sse2::FindUnit, Sse2::FindLastUnit, Sse2::FindMarks, Sse2::CountMatches};
+inline constexpr UnitKernel kAvx2Units{Avx2::FindUnit, Sse2::FindLastUnit, Avx2::FindMarks, Sse2::CountMatches};
 
 inline const UnitKernel& FastestUnitKernel() noexcept {
     // Local, for the sake of static initialisers that search before those of this library ran.

@@ -8,46 +8,36 @@
 namespace Lum {
 namespace {
 
-/// Looks for two units of a needle and compares the whole where both stand.
+/// Where a needle of `size` units, at least 2, first stands in [first, last), which is no shorter; or null.
 ///
-/// The two are the first and the last of the needle until a place with both turns out to be none of its
-/// places: from then on the unit that gave it away is looked for, in place of the elder of the two. A
-/// text full of things that are nearly the needle is soon passed without a comparison.
-class PairSearch {
-public:
-    PairSearch(const unsigned short* needle, std::size_t size) noexcept
-        : m_Needle(needle), m_Size(size), m_Pair{needle[0], needle[size - 1], 0, size - 1} {}
+/// Looks for a few of its units, at first its first and its last, and compares the whole where they fit.
+/// The unit that shows a place to be none is looked for from then on: a text full of what is nearly the
+/// needle is soon passed without a comparison.
+const unsigned short* FindByMarks(const unsigned short* first, const unsigned short* last, const unsigned short* needle,
+                                  std::size_t size) noexcept {
+    // In units compared. While places that are none cost no more than this, the search is linear; then
+    // one takes over that is slower, but linear whatever the text.
+    constexpr std::size_t ofPlace = 16;
+    constexpr std::size_t mostPerUnit = 4;
+    const std::size_t free = 4096 + mostPerUnit * size;
 
-    /// Where the needle first stands in [first, last), which is at least as long, or null.
-    [[nodiscard]] const unsigned short* Find(const unsigned short* first, const unsigned short* last) noexcept {
-        const unsigned short* const stop = last - m_Size + 1;
-        const UnitKernel& kernel = FastestUnitKernel();
-        std::size_t effort = 0;
-        for (const unsigned short* at = first; (at = kernel.findPair(at, stop, m_Pair)) != nullptr; ++at) {
-            const std::size_t difference = FirstDifference(at, m_Needle, m_Size);
-            if (difference == m_Size) {
-                return at;
-            }
-            effort += difference + kEffortOfComparing;
-            if (effort > kFreeEffort + kEffortPerUnit * static_cast<std::size_t>(at - first)) {
-                return TwoWay(m_Needle, m_Size).Find(at + 1, last);
-            }
-            m_Pair = {m_Pair.other, m_Needle[difference], m_Pair.placeOfOther, difference};
+    const auto findMarks = FastestUnitKernel().findMarks;
+    const unsigned short* const stop = last - size + 1;
+    NeedleMarks marks(needle, size);
+    std::size_t effort = 0;
+    for (const unsigned short* at = first; (at = findMarks(at, stop, marks)) != nullptr; ++at) {
+        const std::size_t difference = FirstDifference(at, needle, size);
+        if (difference == size) {
+            return at;
         }
-        return nullptr;
+        effort += difference + ofPlace;
+        if (effort > free + mostPerUnit * static_cast<std::size_t>(at - first)) {
+            return TwoWay(needle, size).Find(at + 1, last);
+        }
+        marks.Add(difference);
     }
-
-private:
-    // In units compared. As long as no more than this is spent on places that are none, the search is
-    // linear; beyond it, one that is slower but always linear takes over.
-    static constexpr std::size_t kEffortOfComparing = 16;
-    static constexpr std::size_t kEffortPerUnit = 4;
-    static constexpr std::size_t kFreeEffort = 4096;
-
-    const unsigned short* m_Needle;
-    std::size_t m_Size;
-    UnitPair m_Pair;
-};
+    return nullptr;
+}
 
 }  // namespace
 
@@ -72,7 +62,7 @@ const unsigned short* FindUnits(const unsigned short* first, const unsigned shor
     if (size > static_cast<std::size_t>(last - first)) {
         return nullptr;
     }
-    return size == 1 ? FindUnit(first, last, *needle) : PairSearch(needle, size).Find(first, last);
+    return size == 1 ? FindUnit(first, last, *needle) : FindByMarks(first, last, needle, size);
 }
 
 }  // namespace Lum

@@ -24,57 +24,84 @@ LUM_AVX2 inline __m256i LoadUnits(const unsigned short* from) noexcept {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
 }
 LUM_AVX2 inline __m256i Spread(unsigned short unit) noexcept { return _mm256_set1_epi16(static_cast<short>(unit)); }
+LUM_AVX2 inline std::uint32_t LaneBits(__m256i lanes) noexcept {
+    return static_cast<std::uint32_t>(_mm256_movemask_epi8(lanes));
+}
 
 /// Lanes of ones where the unit is the wanted one.
-struct UnitLanes {
-    __m256i wanted;
-
-    LUM_AVX2 explicit UnitLanes(unsigned short unit) noexcept : wanted(Spread(unit)) {}
-    [[nodiscard]] LUM_AVX2 __m256i At(const unsigned short* at) const noexcept {
-        return _mm256_cmpeq_epi16(LoadUnits(at), wanted);
+class UnitLanes {
+public:
+    LUM_AVX2 explicit UnitLanes(unsigned short unit) noexcept : m_Wanted(Spread(unit)) {}
+    [[nodiscard]] LUM_AVX2 __m256i Likely(const unsigned short* at) const noexcept {
+        return _mm256_cmpeq_epi16(LoadUnits(at), m_Wanted);
     }
+    [[nodiscard]] LUM_AVX2 __m256i Sure(const unsigned short* at) const noexcept { return Likely(at); }
+
+private:
+    __m256i m_Wanted;
 };
 
-/// Lanes of ones where both units of the pair stand at their distances.
-struct PairLanes {
-    __m256i one;
-    __m256i other;
-    std::size_t placeOfOne;
-    std::size_t placeOfOther;
-
-    LUM_AVX2 explicit PairLanes(const UnitPair& pair) noexcept
-        : one(Spread(pair.one)),
-          other(Spread(pair.other)),
-          placeOfOne(pair.placeOfOne),
-          placeOfOther(pair.placeOfOther) {}
-    [[nodiscard]] LUM_AVX2 __m256i At(const unsigned short* at) const noexcept {
-        return _mm256_and_si256(_mm256_cmpeq_epi16(LoadUnits(at + placeOfOne), one),
-                                _mm256_cmpeq_epi16(LoadUnits(at + placeOfOther), other));
+/// Lanes of ones where the marks stand at their distances.
+class MarkLanes {
+public:
+    LUM_AVX2 explicit MarkLanes(const NeedleMarks& marks) noexcept : m_Marks(marks) {
+        for (std::size_t i = 0; i < marks.Count(); ++i) {
+            m_Units[i] = Spread(marks.Unit(i));
+        }
     }
+    /// For the first two marks.
+    [[nodiscard]] LUM_AVX2 __m256i Likely(const unsigned short* at) const noexcept {
+        return _mm256_and_si256(ForMark(0, at), ForMark(1, at));
+    }
+    /// For all marks. How soon they rule a place out cannot be foreseen: no branch depends on it.
+    [[nodiscard]] LUM_AVX2 __m256i Sure(const unsigned short* at) const noexcept {
+        __m256i lanes = Likely(at);
+        for (std::size_t i = 2; i < m_Marks.Count(); ++i) {
+            lanes = _mm256_and_si256(lanes, ForMark(i, at));
+        }
+        return lanes;
+    }
+
+private:
+    [[nodiscard]] LUM_AVX2 __m256i ForMark(std::size_t i, const unsigned short* at) const noexcept {
+        return _mm256_cmpeq_epi16(LoadUnits(at + m_Marks.Place(i)), m_Units[i]);
+    }
+
+    const NeedleMarks& m_Marks;
+    __m256i m_Units[NeedleMarks::kMost];
 };
 
+/// The first place in [first, last), at least a step, whose lane is set; or null.
 template <class Lanes, class Wanted>
 LUM_AVX2 const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last,
                                          const Wanted& wanted) noexcept {
-    constexpr std::ptrdiff_t stride = 4 * kStep;
+    constexpr std::ptrdiff_t steps = 4;
     const Lanes lanes(wanted);
-    while (last - first > stride) {
-        const __m256i a = lanes.At(first);
-        const __m256i b = lanes.At(first + kStep);
-        const __m256i c = lanes.At(first + 2 * kStep);
-        const __m256i d = lanes.At(first + 3 * kStep);
-        if (_mm256_movemask_epi8(_mm256_or_si256(_mm256_or_si256(a, b), _mm256_or_si256(c, d))) != 0) {
-            break;
-        }
-        first += stride;
+    if (const auto bits = LaneBits(lanes.Sure(first)); bits != 0) {
+        return first + Sse2::FirstLane(bits);
     }
-    for (; last - first > kStep; first += kStep) {
-        if (const auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(lanes.At(first))); bits != 0) {
-            return first + Sse2::FirstLane(bits);
+    // On from where no load lies across two cache lines.
+    first += kStep - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(first) / sizeof *first % kStep);
+    while (first < last) {
+        for (; last - first > steps * kStep; first += steps * kStep) {
+            const __m256i a = _mm256_or_si256(lanes.Likely(first), lanes.Likely(first + kStep));
+            const __m256i b = _mm256_or_si256(lanes.Likely(first + 2 * kStep), lanes.Likely(first + 3 * kStep));
+            if (LaneBits(_mm256_or_si256(a, b)) != 0) {
+                break;
+            }
+        }
+        for (std::ptrdiff_t i = 0; i < steps; ++i) {
+            const unsigned short* const at = last - first > kStep ? first : last - kStep;
+            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
+                return at + Sse2::FirstLane(bits);
+            }
+            first = at + kStep;
+            if (first == last) {
+                return nullptr;
+            }
         }
     }
-    const auto bits = static_cast<std::uint32_t>(_mm256_movemask_epi8(lanes.At(last - kStep)));
-    return bits != 0 ? last - kStep + Sse2::FirstLane(bits) : nullptr;
+    return nullptr;
 }
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,
@@ -82,9 +109,9 @@ inline const unsigned short* FindUnit(const unsigned short* first, const unsigne
     return last - first < kStep ? Sse2::FindUnit(first, last, unit) : FindPlace<UnitLanes>(first, last, unit);
 }
 
-inline const unsigned short* FindPair(const unsigned short* first, const unsigned short* last,
-                                      const UnitPair& pair) noexcept {
-    return last - first < kStep ? Sse2::FindPair(first, last, pair) : FindPlace<PairLanes>(first, last, pair);
+inline const unsigned short* FindMarks(const unsigned short* first, const unsigned short* last,
+                                       const NeedleMarks& marks) noexcept {
+    return last - first < kStep ? Sse2::FindMarks(first, last, marks) : FindPlace<MarkLanes>(first, last, marks);
 }
 
 #undef LUM_AVX2

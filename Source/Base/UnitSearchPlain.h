@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "Source/Base/UnitPair.h"
+#include "Source/Base/NeedleMarks.h"
 
 namespace Lum::Plain {
 
@@ -27,12 +27,16 @@ inline const unsigned short* FindLastUnit(const unsigned short* first, const uns
     return nullptr;
 }
 
-/// The first place in [first, last) with both units of `pair` at their distances from it, or null. All
-/// these distances behind `last` can be read, too.
-inline const unsigned short* FindPair(const unsigned short* first, const unsigned short* last,
-                                      const UnitPair& pair) noexcept {
+/// The first place in [first, last) where all of `marks` stand at their distances, or null. The units up
+/// to these distances behind `last` can be read, too.
+inline const unsigned short* FindMarks(const unsigned short* first, const unsigned short* last,
+                                       const NeedleMarks& marks) noexcept {
     for (; first != last; ++first) {
-        if (first[pair.placeOfOne] == pair.one && first[pair.placeOfOther] == pair.other) {
+        std::size_t i = 0;
+        while (i < marks.Count() && first[marks.Place(i)] == marks.Unit(i)) {
+            ++i;
+        }
+        if (i == marks.Count()) {
             return first;
         }
     }

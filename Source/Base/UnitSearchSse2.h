@@ -25,50 +25,90 @@ inline __m128i Spread(unsigned short unit) noexcept { return _mm_set1_epi16(stat
 inline std::uint32_t LaneBits(__m128i lanes) noexcept { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
 inline int FirstLane(std::uint32_t bits) noexcept { return std::countr_zero(bits) / 2; }
 
-/// The first place in [first, last) for which `hits`, asked for eight at once, sets the lane.
-template <class Hits>
-const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last, Hits hits) noexcept {
-    constexpr std::ptrdiff_t stride = 4 * kStep;
-    while (last - first > stride) {
-        const __m128i a = hits(first);
-        const __m128i b = hits(first + kStep);
-        const __m128i c = hits(first + 2 * kStep);
-        const __m128i d = hits(first + 3 * kStep);
-        if (LaneBits(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d))) != 0) {
-            break;
-        }
-        first += stride;
+/// Lanes of ones where the unit is the wanted one.
+class UnitLanes {
+public:
+    explicit UnitLanes(unsigned short unit) noexcept : m_Wanted(Spread(unit)) {}
+    [[nodiscard]] __m128i Likely(const unsigned short* at) const noexcept {
+        return _mm_cmpeq_epi16(LoadUnits(at), m_Wanted);
     }
-    for (; last - first > kStep; first += kStep) {
-        if (const auto bits = LaneBits(hits(first)); bits != 0) {
-            return first + FirstLane(bits);
+    [[nodiscard]] __m128i Sure(const unsigned short* at) const noexcept { return Likely(at); }
+
+private:
+    __m128i m_Wanted;
+};
+
+/// Lanes of ones where the marks stand at their distances.
+class MarkLanes {
+public:
+    explicit MarkLanes(const NeedleMarks& marks) noexcept : m_Marks(marks) {
+        for (std::size_t i = 0; i < marks.Count(); ++i) {
+            m_Units[i] = Spread(marks.Unit(i));
         }
     }
-    const auto bits = LaneBits(hits(last - kStep));
-    return bits != 0 ? last - kStep + FirstLane(bits) : nullptr;
+    /// For the first two marks.
+    [[nodiscard]] __m128i Likely(const unsigned short* at) const noexcept {
+        return _mm_and_si128(ForMark(0, at), ForMark(1, at));
+    }
+    /// For all marks. How soon they rule a place out cannot be foreseen: no branch depends on it.
+    [[nodiscard]] __m128i Sure(const unsigned short* at) const noexcept {
+        __m128i lanes = Likely(at);
+        for (std::size_t i = 2; i < m_Marks.Count(); ++i) {
+            lanes = _mm_and_si128(lanes, ForMark(i, at));
+        }
+        return lanes;
+    }
+
+private:
+    [[nodiscard]] __m128i ForMark(std::size_t i, const unsigned short* at) const noexcept {
+        return _mm_cmpeq_epi16(LoadUnits(at + m_Marks.Place(i)), m_Units[i]);
+    }
+
+    const NeedleMarks& m_Marks;
+    __m128i m_Units[NeedleMarks::kMost];
+};
+
+/// The first place in [first, last), at least a step, whose lane is set; or null.
+template <class Lanes, class Wanted>
+const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last,
+                                const Wanted& wanted) noexcept {
+    constexpr std::ptrdiff_t steps = 4;
+    const Lanes lanes(wanted);
+    if (const auto bits = LaneBits(lanes.Sure(first)); bits != 0) {
+        return first + FirstLane(bits);
+    }
+    // On from where no load lies across two cache lines.
+    first += kStep - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(first) / sizeof *first % kStep);
+    while (first < last) {
+        for (; last - first > steps * kStep; first += steps * kStep) {
+            const __m128i a = _mm_or_si128(lanes.Likely(first), lanes.Likely(first + kStep));
+            const __m128i b = _mm_or_si128(lanes.Likely(first + 2 * kStep), lanes.Likely(first + 3 * kStep));
+            if (LaneBits(_mm_or_si128(a, b)) != 0) {
+                break;
+            }
+        }
+        for (std::ptrdiff_t i = 0; i < steps; ++i) {
+            const unsigned short* const at = last - first > kStep ? first : last - kStep;
+            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
+                return at + FirstLane(bits);
+            }
+            first = at + kStep;
+            if (first == last) {
+                return nullptr;
+            }
+        }
+    }
+    return nullptr;
 }
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,
                                       unsigned short unit) noexcept {
-    if (last - first < kStep) {
-        return Plain::FindUnit(first, last, unit);
-    }
-    return FindPlace(first, last, [wanted = Spread(unit)](const unsigned short* at) {
-        return _mm_cmpeq_epi16(LoadUnits(at), wanted);
-    });
+    return last - first < kStep ? Plain::FindUnit(first, last, unit) : FindPlace<UnitLanes>(first, last, unit);
 }
 
-inline const unsigned short* FindPair(const unsigned short* first, const unsigned short* last,
-                                      const UnitPair& pair) noexcept {
-    if (last - first < kStep) {
-        return Plain::FindPair(first, last, pair);
-    }
-    return FindPlace(first, last,
-                     [one = Spread(pair.one), other = Spread(pair.other), i = pair.placeOfOne,
-                      j = pair.placeOfOther](const unsigned short* at) {
-                         return _mm_and_si128(_mm_cmpeq_epi16(LoadUnits(at + i), one),
-                                              _mm_cmpeq_epi16(LoadUnits(at + j), other));
-                     });
+inline const unsigned short* FindMarks(const unsigned short* first, const unsigned short* last,
+                                       const NeedleMarks& marks) noexcept {
+    return last - first < kStep ? Plain::FindMarks(first, last, marks) : FindPlace<MarkLanes>(first, last, marks);
 }
 
 inline const unsigned short* FindLastUnit(const unsigned short* first, const unsigned short* last,

@@ -63,14 +63,23 @@ TEST(Units, FastKernelsAnswerAsThePlainOne) {
             units[random() % units.size()] = marks == 1 ? 'b' : 'a';
         }
         const Exact text(units);
-        const std::size_t distance = random() % (text.size() + 1);
-        const Unit* const stop = text.end() - distance;
-        const Lum::UnitPair pair{'a', static_cast<Unit>(round % 2 == 0 ? 'b' : 'x'), distance / 2, distance};
+        // A needle of two to nine marks, all of which the text reaches with its last units.
+        const Exact needle(Units(text.begin(), text.begin() + std::min<std::size_t>(text.size(), 2 + random() % 30)));
+        if (needle.size() < 2) {
+            continue;
+        }
+        const Unit* const stop = text.end() - needle.size() + 1;
+        Lum::NeedleMarks marks(needle.begin(), needle.size());
+        for (std::size_t i = 1; i < std::min<std::size_t>(needle.size() - 1, 1 + random() % 9); ++i) {
+            marks.Add(i);
+        }
+        const std::size_t start = random() % (text.size() - needle.size() + 1);
         for (const Lum::UnitKernel* const fast : FastKernels()) {
             ASSERT_EQ(fast->findUnit(text.begin(), text.end(), 'a'), plain.findUnit(text.begin(), text.end(), 'a'));
             ASSERT_EQ(fast->findLastUnit(text.begin(), text.end(), 'a'),
                       plain.findLastUnit(text.begin(), text.end(), 'a'));
-            ASSERT_EQ(fast->findPair(text.begin(), stop, pair), plain.findPair(text.begin(), stop, pair));
+            ASSERT_EQ(fast->findMarks(text.begin() + start, stop, marks),
+                      plain.findMarks(text.begin() + start, stop, marks));
             ASSERT_EQ(fast->countMatches(text.begin(), text.end(), 'x'),
                       plain.countMatches(text.begin(), text.end(), 'x'));
         }
