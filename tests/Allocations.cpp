@@ -1,14 +1,15 @@
 // Replaces the global allocation functions of the test program.
 #include "tests/Allocations.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
 namespace {
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
-std::size_t s_count = 0;
-std::size_t s_failAt = kNever;
+std::atomic<std::size_t> s_count = 0;
+std::atomic<std::size_t> s_failAt = kNever;
 }  // namespace
 
 namespace Allocations {
