@@ -9,12 +9,14 @@ rules='
 Source/Base|Source/Base
 Platform|Platform include
 Mac|Mac Platform
+Source/Mutex|Source/Mutex include
+Source/Transcoder|Source/Transcoder Source/Base Mac include
 Source/URI|Source/URI Source/Base Mac include
 tools/lum|tools/lum include
 examples|include
 fuzz|fuzz include
 benchmarks|benchmarks include
-tests|tests Source/Base Source/URI Mac Platform include
+tests|tests Source/Base Source/Transcoder Source/URI Mac Platform include
 include/Lum|include
 '
 room_of() { case $1 in Source/* | include/* | tools/*) echo "$1" | cut -d/ -f1-2 ;; *) echo "${1%%/*}" ;; esac; }

@@ -1,6 +1,8 @@
 # The library's sources, and how it is compiled.
 set(LUM_SOURCES
     Mac/FileSystemPaths.cpp
+    Mac/TextConverter.cpp
+    Mac/TextEncodings.cpp
     Platform/CoreFoundation/CFArray.cpp
     Platform/CoreFoundation/CFBase.cpp
     Platform/CoreFoundation/CFString.cpp
@@ -32,9 +34,15 @@ set(LUM_SOURCES
     Platform/Uc16/Units.cpp
     Source/Base/UnitCase.cpp
     Source/Base/UnitSearch.cpp
+    Source/Mutex/Mutex.cpp
+    Source/Transcoder/ConverterCache.cpp
+    Source/Transcoder/EncodingList.cpp
+    Source/Transcoder/StreamConverter.cpp
+    Source/Transcoder/Transcoder.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp
+    Source/URI/EncodedForm.cpp
     Source/URI/Escaping.cpp
     Source/URI/LocalPaths.cpp
     Source/URI/Parser.cpp

@@ -2,4 +2,5 @@
 #pragma once
 
 #include <Lum/Platform.h>
+#include <Lum/Transcoder.h>
 #include <Lum/URI.h>
