@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include <Lum/Transcoder.h>
 #include <Lum/URI.h>
 
 #include "Source/URI/Escaping.h"
@@ -117,6 +118,8 @@ void URI::GetParts(StringRefProxy scheme, StringRefProxy host, StringRefProxy po
 void URI::StringRefProxy::operator=(const std::string& text) {
     if (m_Selector == 0) {
         *m_Narrow = text;
+    } else {
+        *m_Wide = Transcoder::asUTF16(text);
     }
 }
 

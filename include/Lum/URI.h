@@ -143,6 +143,16 @@ public:
     [[nodiscard]] virtual std::string ToStringUTF8() const;
     /// ToString(false) with every byte from 0x80 to 0xFF escaped and nothing else changed.
     [[nodiscard]] virtual std::string ToStringUTF8Escaped() const;
+    /// Replaces the content by the parse of `text`, which is in `encoding`, a name that Lum::Transcoder
+    /// knows, and whose escapes stand for bytes of it: "ftp://h/a%82%A0" in "shift_jis" has the path of
+    /// the UTF-8 bytes of the character that the two bytes are. Escapes are decoded before the setters
+    /// escape again, so that "%2F" in a path becomes "/". False, and the empty state, where some
+    /// component cannot be converted; true otherwise, also for a text that is no valid URI.
+    virtual bool FromEncodedString(StringProxy text, StringProxy encoding);
+    /// ToStringUTF8() in `encoding`; as far as it can be converted, see Lum::Transcoder.
+    [[nodiscard]] virtual StringProxy ToEncodedString(StringProxy encoding);
+    /// The same of a URI that does not change; not to be replaced.
+    [[nodiscard]] StringProxy ToEncodedString(StringProxy encoding) const;
     /// Makes a relative reference absolute against `base`, by ChDir. Returns whether this URI was
     /// changed: false, without a change, if it is absolute already or `base` is relative.
     virtual bool MakeAbsoluteURI(const URI& base);
@@ -347,6 +357,15 @@ public:
     /// Whether a host text is an IPv6 literal: in square brackets, or with two or more ":".
     [[nodiscard]] static bool IsIPv6(const std::string& host);
 
+    /// Decodes the escapes of `text`, which stand for bytes in `encoding`, and the rest of it, which is
+    /// UTF-8, to UTF-8: "%82%A0" in "shift_jis" becomes "\xE3\x81\x82". False, without a change, if a
+    /// piece between escapes cannot be converted to `encoding`. Bytes that are no text of it give "" and
+    /// true.
+    static bool NormalizeEncoding(std::string& text, const std::string& encoding);
+    /// Gives every component the escapes that its setter would: those that are not needed are decoded,
+    /// and what needs one gets one, with upper-case digits. User name and password stay as they are.
+    void ForceEscape();
+
     // ---- Resolver --------------------------------------------------------------------------------
 
     /// Installs `resolver` (null for none) for the whole process and returns the one before it.
@@ -447,6 +466,8 @@ private:
 class LUM_API URI::StringRefProxy {
 public:
     StringRefProxy(std::string& target) noexcept : m_Narrow(&target) {}
+    /// For the text as UTF-16, converted from UTF-8 by Lum::Transcoder::asUTF16.
+    StringRefProxy(std::u16string& target) noexcept : m_Selector(1), m_Wide(&target) {}
 
     /// Writes `text` to the caller's string.
     void operator=(const std::string& text);
@@ -454,7 +475,7 @@ public:
 private:
     std::uint32_t m_Selector = 0;  // 0: the narrow target is written, otherwise the wide one.
     std::string* m_Narrow = nullptr;
-    [[maybe_unused]] std::u16string* m_Wide = nullptr;
+    std::u16string* m_Wide = nullptr;
 };
 
 /// Prints ToString(false).
