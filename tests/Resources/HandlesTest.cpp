@@ -1,0 +1,66 @@
+#include "Platform/Resources/Handles.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(Handles, AreResizedKeepingTheirBytesAndZeroWhatIsNew) {
+    const Handle handle = NewHandle(3);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(std::string(*handle, 3), std::string(3, '\0'));
+    std::string("abc").copy(*handle, 3);
+    SetHandleSize(handle, 100'000);
+    EXPECT_EQ(std::string(*handle, 100'000), "abc" + std::string(99'997, '\0'));
+    SetHandleSize(handle, 0);
+    EXPECT_EQ(GetHandleSize(handle), 0);
+    EXPECT_NE(*handle, nullptr);
+    SetHandleSize(handle, 2);
+    EXPECT_EQ(std::string(*handle, 2), std::string(2, '\0'));
+    for (const Size impossible : {Size{-1}, std::numeric_limits<Size>::max()}) {
+        SetHandleSize(handle, impossible);
+        EXPECT_EQ(GetHandleSize(handle), 2);
+        EXPECT_EQ(NewHandle(impossible), nullptr);
+    }
+    DisposeHandle(handle);
+}
+
+TEST(Handles, StayWhereTheyAreWhileLocked) {
+    const Handle handle = NewHandle(8);
+    const char* const block = *handle;
+    HLock(handle);
+    SetHandleSize(handle, 1'000'000);
+    EXPECT_EQ(GetHandleSize(handle), 8);
+    SetHandleSize(handle, 4);
+    EXPECT_EQ(GetHandleSize(handle), 4);
+    EXPECT_EQ(*handle, block);
+    HUnlock(handle);
+    SetHandleSize(handle, 1'000'000);
+    EXPECT_EQ(GetHandleSize(handle), 1'000'000);
+    DisposeHandle(handle);
+}
+
+TEST(Handles, WhatIsNoHandleIsLeftAlone) {
+    std::vector<Handle> handles;
+    for (int i = 0; i < 1000; ++i) {
+        handles.push_back(NewHandle(1));
+    }
+    for (const Handle handle : handles) {
+        DisposeHandle(handle);
+    }
+    char* block = nullptr;
+    handles.insert(handles.end(), {nullptr, &block, reinterpret_cast<Handle>(1), handles[0] + 1, handles[0] + 100'000});
+    for (const Handle handle : handles) {
+        EXPECT_EQ(GetHandleSize(handle), 0);
+        SetHandleSize(handle, 10);
+        HLock(handle);
+        HUnlock(handle);
+        DisposeHandle(handle);
+        EXPECT_EQ(GetHandleSize(handle), 0);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,344 @@
+#include "Platform/Resources/Resources.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <bit>
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include <Lum/Platform.h>
+#include <Lum/ResourceFile.h>
+
+#include "tests/Resources/Files.h"
+
+namespace {
+
+using Files::Code;
+using Files::Fork;
+using Files::Number;
+using Files::Pascal;
+using namespace Lum::Platform;
+using namespace std::string_literals;
+
+std::string BytesOf(Handle handle) {
+    return handle == nullptr ? "(none)" : std::string(*handle, static_cast<std::size_t>(GetHandleSize(handle)));
+}
+
+Handle HandleWith(std::string_view bytes) {
+    const Handle handle = NewHandle(static_cast<Size>(bytes.size()));
+    bytes.copy(*handle, bytes.size());
+    return handle;
+}
+
+void Set(Handle handle, std::string_view bytes) {
+    SetHandleSize(handle, static_cast<Size>(bytes.size()));
+    bytes.copy(*handle, bytes.size());
+    ChangedResource(handle);
+}
+
+const unsigned char* Name(const std::string& pascal) { return reinterpret_cast<const unsigned char*>(pascal.data()); }
+
+std::string StringOfList(ResID list, short index) {
+    Str255 text;
+    GetIndString(text, list, index);
+    return {reinterpret_cast<const char*>(text) + 1, text[0]};
+}
+
+class ResourceFile : public testing::Test {
+protected:
+    short Open(std::string_view name, bool writable = false) {
+        return m_Open.emplace_back(OpenResourceFile(m_Folder / name, writable));
+    }
+    short Open(std::string_view name, const std::string& bytes, bool writable = false) {
+        Files::Write(m_Folder / name, bytes);
+        return Open(name, writable);
+    }
+    ~ResourceFile() override {
+        for (const short reference : m_Open) {
+            CloseResourceFile(reference);
+        }
+    }
+    Files::Folder m_Folder;
+    std::vector<short> m_Open;
+};
+
+// Typed in whole, once: everything else here may use the functions of Files.h.
+const std::string kByHand =
+    "\x00\x00\x01\x00\x00\x00\x01\x0D\x00\x00\x00\x0D\x00\x00\x00\x51"s +  // data at 256, 13 bytes; map at 269, 81
+    std::string(239, '\0') + "*" +                                         // room for the application
+    "\x00\x00\x00\x03"
+    "abc"
+    "\x00\x00\x00\x02"
+    "\x01\xE9"s +                                                          // two resources
+    "\x00\x00\x01\x00\x00\x00\x01\x0D\x00\x00\x00\x0D\x00\x00\x00\x51"s +  // the header again
+    "\x00\x00\x00\x00\x00\x00\x00\x00"s +                                  // handle, file number, attributes
+    "\x00\x1C\x00\x46"s +                                                  // types at 28, names at 70
+    "\x00\x01"s +                                                          // two types
+    "STR \x00\x00\x00\x12"s +
+    "TEXT\x00\x00\x00\x1E"s +                              // one of each
+    "\xFF\xFF\x00\x00\x20\x00\x00\x07\x00\x00\x00\x00"s +  // -1, name at 0, purgeable, data at 7
+    "\x00\x80\xFF\xFF\x00\x00\x00\x00\x00\x00\x00\x00"s +  // 128, no name, data at 0
+    "\x0A"
+    "Some Thing";
+
+TEST_F(ResourceFile, ReadsTheLayout) {
+    const short reference = Open("a", kByHand);
+    ASSERT_GT(reference, 0);
+    EXPECT_EQ(BytesOf(GetResource(Code("TEXT"), 128)), "abc");
+    EXPECT_EQ(BytesOf(reinterpret_cast<Handle>(GetString(-1))), "\x01\xE9");
+    EXPECT_EQ(GetResource(Code("TEXT"), 129), nullptr);
+    EXPECT_EQ(GetResource(Code("text"), 128), nullptr);
+    const Handle named = Get1NamedResource(Code("STR "), Name(Pascal("sOME tHING")));
+    EXPECT_EQ(named, GetResource(Code("STR "), -1)) << "a resource has one handle";
+    EXPECT_EQ(Get1NamedResource(Code("STR "), Name(Pascal("Some Thin"))), nullptr);
+    EXPECT_EQ(Get1NamedResource(Code("TEXT"), Name(Pascal(""))), nullptr) << "no name is not the empty name";
+    EXPECT_EQ(Get1NamedResource(Code("STR "), nullptr), nullptr);
+    const std::vector<ResourceEntry> entries = ListResources(reference);
+    ASSERT_EQ(entries.size(), 2U);
+    EXPECT_EQ(entries[0].name + entries[0].bytes + entries[1].name + entries[1].bytes,
+              "Some Thing\x01\xE9"
+              "abc");
+    EXPECT_TRUE(CloseResourceFile(reference));
+    EXPECT_FALSE(CloseResourceFile(reference));
+    EXPECT_EQ(GetHandleSize(named), 0);
+    EXPECT_EQ(GetResource(Code("TEXT"), 128), nullptr);
+    EXPECT_TRUE(ListResources(reference).empty());
+}
+
+TEST_F(ResourceFile, WritesTheLayoutAndKeepsWhatItDoesNotKnow) {
+    const short reference = Open("a", kByHand, true);
+    Set(GetResource(Code("TEXT"), 128), "new");
+    ASSERT_TRUE(UpdateResourceFile(reference));
+    // By type, then by number.
+    const std::string text = Number(3, 4) + "new", string = Number(2, 4) + "\x01\xE9";
+    std::string expected = kByHand;
+    expected.replace(256, 13, string + text);
+    expected.replace(expected.size() - 11 - 24, 12, "\xFF\xFF\x00\x00\x20\x00\x00\x00\x00\x00\x00\x00"s);
+    expected.replace(expected.size() - 11 - 12, 12, "\x00\x80\xFF\xFF\x00\x00\x00\x06\x00\x00\x00\x00"s);
+    EXPECT_EQ(Files::Read(m_Folder / "a"), expected);
+}
+
+TEST_F(ResourceFile, MakesAFileWhereNoneIs) {
+    const short reference = Open("new", true);
+    ASSERT_GT(reference, 0);
+    const std::string header = Number(256, 4) + Number(256, 4) + Number(0, 4) + Number(30, 4);
+    EXPECT_EQ(Files::Read(m_Folder / "new"), header + std::string(240, '\0') + header + std::string(8, '\0') +
+                                                 Number(28, 2) + Number(30, 2) + "\xFF\xFF");
+    AddResource(HandleWith("x"), Code("TEXT"), UniqueID(Code("TEXT")), Name(Pascal("n")));
+    AddResource(HandleWith("y"), Code("TEXT"), UniqueID(Code("TEXT")), nullptr);
+    EXPECT_EQ(ResError(), 0);
+    EXPECT_TRUE(CloseResourceFile(reference)) << "and writes first";
+    EXPECT_EQ(Files::Read(m_Folder / "new"), Fork({{"TEXT", 128, "x", "n"}, {"TEXT", 129, "y"}}));
+    EXPECT_EQ(Open("none", false), -1);
+    EXPECT_EQ(Open("no/folder", true), -1);
+    EXPECT_EQ(OpenResourceFile(m_Folder.Path(), true), -1);
+}
+
+TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
+    // "STR " 1 and 2, both with a name; the numbers of its parts, and what they are replaced by.
+    const std::string good = Fork({{"STR ", 1, "ab", "x"}, {"STR ", 2, "cd", "y"}});
+    const std::size_t map = 256 + 12, references = map + 28 + 2 + 8;
+    struct Damage {
+        const char* what;
+        std::size_t place;
+        int size;
+        std::uint64_t number;
+        const char* problem;
+    };
+    const std::vector<Damage> damages = {
+        {"none", 0, 4, 256, ""},
+        {"data far outside", 0, 4, 0xFFFFFFFF, "data or map lie outside the file"},
+        {"data one byte outside", 8, 4, good.size() - 255, "data or map lie outside the file"},
+        {"map size that wraps 32 bits", 12, 4, 0xFFFFFFFF, "data or map lie outside the file"},
+        {"map of nothing", 12, 4, 29, "the map is too short"},
+        {"map in the header", 4, 4, 15, "header, data and map overlap"},
+        {"data in the map", 8, 4, 13, "header, data and map overlap"},
+        {"types in the map's header", map + 24, 2, 27, "a list begins outside the map"},
+        {"types at the map's end", map + 24, 2, good.size() - map - 1, "a list begins outside the map"},
+        {"names behind the map", map + 26, 2, good.size() - map + 1, "a list begins outside the map"},
+        {"too many types", map + 28, 2, 0xFFFE, "the type list ends outside the map"},
+        {"types that leave no room for references", map + 28, 2, 3, "reference lists overlap"},
+        {"too many references", map + 34, 2, 0xFFFE, "a reference list lies outside the map"},
+        {"references in the type list", map + 36, 2, 0, "a resource's data lies outside the data"},
+        {"references outside", map + 36, 2, 0xFFFF, "a reference list lies outside the map"},
+        {"a name outside", references + 2, 2, 0xFFFE, "a name lies outside the map"},
+        {"a name that ends outside", good.size() - 2, 1, 2, "a name lies outside the map"},
+        {"data of the first one byte too long", 256, 4, 3, "resources share data"},
+        {"data of the first too long for the file", 256, 4, 0xFFFFFFFC, "a resource's data lies outside the data"},
+        {"data of both the same", references + 12 + 5, 3, 0, ""},
+        {"the length of the data outside", references + 5, 3, 9, "a resource's data lies outside the data"},
+    };
+    for (const Damage& damage : damages) {
+        std::string bytes = good;
+        bytes.replace(damage.place, static_cast<std::size_t>(damage.size), Number(damage.number, damage.size));
+        Files::Write(m_Folder / "bad", bytes);
+        const std::string problem = ExplainResourceFile(m_Folder / "bad");
+        EXPECT_EQ(problem, damage.problem) << damage.what;
+        EXPECT_EQ(Open("bad") > 0, problem.empty()) << damage.what;
+    }
+    for (std::size_t size = 0; size < good.size(); ++size) {
+        EXPECT_EQ(Open("cut", good.substr(0, size)), -1) << size;
+    }
+    Files::Write(m_Folder / "big", Number(16, 4) + Number(16 + 0x1000001, 4) + Number(0x1000001, 4) + Number(30, 4));
+    std::filesystem::resize_file(m_Folder / "big", 16 + 0x1000001 + 30);
+    EXPECT_EQ(ExplainResourceFile(m_Folder / "big"), "more data than the layout has room for");
+}
+
+TEST_F(ResourceFile, IsSearchedNewestFirst) {
+    Open("old", Fork({{"STR ", 1, "old 1", "one"}, {"STR ", 2, "old 2"}}));
+    const short newer =
+        Open("new", Fork({{"STR ", 1, "new 1"}, {"STR ", 1, "again", "Two"}, {"STR ", 129, "", "two"}}));
+    EXPECT_EQ(BytesOf(GetResource(Code("STR "), 1)), "new 1");
+    EXPECT_EQ(BytesOf(GetResource(Code("STR "), 2)), "old 2");
+    EXPECT_EQ(Get1NamedResource(Code("STR "), Name(Pascal("one"))), nullptr);
+    EXPECT_EQ(BytesOf(Get1NamedResource(Code("STR "), Name(Pascal("two")))), "again");
+    EXPECT_EQ(UniqueID(Code("STR ")), 128);
+    CloseResourceFile(newer);
+    EXPECT_EQ(BytesOf(GetResource(Code("STR "), 1)), "old 1");
+    EXPECT_EQ(BytesOf(Get1NamedResource(Code("STR "), Name(Pascal("ONE")))), "old 1");
+}
+
+TEST_F(ResourceFile, ListsGiveStringsByNumber) {
+    const std::string whole = Files::List({"first", "", std::string(255, 'z')});
+    Open("a", Fork({{"STR#", 200, whole},
+                    {"STR#", 201, whole.substr(0, whole.size() - 1)},
+                    {"STR#", 202, Number(0xFFFF, 2) + Pascal("only")},
+                    {"STR#", 203, "\x01"}}));
+    EXPECT_EQ(StringOfList(200, 1), "first");
+    EXPECT_EQ(StringOfList(200, 2), "");
+    EXPECT_EQ(StringOfList(200, 3), std::string(255, 'z'));
+    EXPECT_EQ(StringOfList(202, 1), "only");
+    const std::vector<std::pair<ResID, short>> none = {{200, 0}, {200, -1}, {200, 4}, {201, 3},
+                                                       {202, 2}, {203, 1},  {204, 1}};
+    for (const auto& [list, index] : none) {
+        EXPECT_EQ(StringOfList(list, index), "") << list << ' ' << index;
+    }
+}
+
+TEST_F(ResourceFile, TheIndexIsInTheHostsOrderInMemoryAndKeptWhereItIsNotMarked) {
+    const std::string index = "\x00\x02\x01\x00\x00\x01\x00\x07!"s;
+    const std::string host = std::endian::native == std::endian::little ? "\x02\x00\x00\x01\x01\x00\x07\x00!"s : index;
+    const short reference = Open("a", Fork({{"STRm", 0, index}, {"TEXT", 1, "t"}}), true);
+    const Handle handle = GetResource(Code("STRm"), 0);
+    EXPECT_EQ(BytesOf(handle), host);
+    std::string sorted = host.substr(4, 4) + host.substr(0, 4) + "!";
+    sorted.copy(*handle, sorted.size());
+    Set(GetResource(Code("TEXT"), 1), "T");
+    ASSERT_TRUE(UpdateResourceFile(reference));
+    EXPECT_EQ(Files::Read(m_Folder / "a"), Fork({{"STRm", 0, index}, {"TEXT", 1, "T"}}));
+    EXPECT_EQ(BytesOf(GetResource(Code("STRm"), 0)), sorted);
+    ChangedResource(handle);
+    ASSERT_TRUE(CloseResourceFile(reference));
+    EXPECT_EQ(Files::Read(m_Folder / "a"), Fork({{"STRm", 0, "\x00\x01\x00\x07\x00\x02\x01\x00!"s}, {"TEXT", 1, "T"}}));
+    // Whoever keeps the index sees nothing in it, now and when other handles are made.
+    std::vector<Handle> others;
+    for (int i = 0; i < 200; ++i) {
+        others.push_back(NewHandle(8));
+    }
+    SetHandleSize(handle, 8);
+    EXPECT_EQ(GetHandleSize(handle), 0);
+    EXPECT_EQ(*handle, nullptr);
+    for (const Handle other : others) {
+        DisposeHandle(other);
+    }
+}
+
+TEST_F(ResourceFile, ForReadingOnlyTakesNoChange) {
+    const short reference = Open("a", kByHand);
+    ChangedResource(GetResource(Code("TEXT"), 128));
+    EXPECT_EQ(ResError(), opWrErr);
+    const Handle handle = HandleWith("x");
+    AddResource(handle, Code("TEXT"), 5, nullptr);
+    EXPECT_EQ(ResError(), opWrErr);
+    EXPECT_FALSE(UpdateResourceFile(reference));
+    EXPECT_TRUE(CloseResourceFile(reference));
+    AddResource(handle, Code("TEXT"), 5, nullptr);
+    EXPECT_EQ(ResError(), resFNotFound);
+    ChangedResource(handle);
+    EXPECT_EQ(ResError(), resNotFound);
+    EXPECT_EQ(BytesOf(handle), "x") << "still the caller's";
+    DisposeHandle(handle);
+    EXPECT_EQ(Files::Read(m_Folder / "a"), kByHand);
+}
+
+TEST_F(ResourceFile, IsOpenForWritingOnce) {
+    Open("a", kByHand, true);
+    std::filesystem::create_symlink("a", m_Folder / "link");
+    EXPECT_EQ(Open("a", true), -1);
+    EXPECT_EQ(Open("link", true), -1);
+    EXPECT_GT(Open("link", false), 0);
+}
+
+TEST_F(ResourceFile, ReplacesWhatALinkLeadsToAndKeepsItsPermissions) {
+    Files::Write(m_Folder / "a", kByHand);
+    chmod((m_Folder / "a").c_str(), 0640);
+    std::filesystem::create_symlink("a", m_Folder / "link");
+    const short reference = Open("link", true);
+    Set(GetResource(Code("TEXT"), 128), "new");
+    ASSERT_TRUE(CloseResourceFile(reference));
+    EXPECT_TRUE(std::filesystem::is_symlink(m_Folder / "link"));
+    EXPECT_NE(Files::Read(m_Folder / "a"), kByHand);
+    struct stat status {};
+    stat((m_Folder / "a").c_str(), &status);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST_F(ResourceFile, AFullDiskLeavesFileAndMemoryAsTheyWere) {
+    const short reference = Open("a", kByHand, true);
+    const Handle handle = GetResource(Code("TEXT"), 128);
+    Set(handle, std::string(5000, 'x'));
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{4000, old.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool isUpdated = UpdateResourceFile(reference), isClosed = CloseResourceFile(reference);
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(isUpdated);
+    EXPECT_FALSE(isClosed);
+    EXPECT_EQ(Files::Read(m_Folder / "a"), kByHand);
+    const auto files = std::filesystem::directory_iterator(m_Folder.Path());
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing is left beside it";
+    EXPECT_EQ(GetHandleSize(handle), 5000);
+    EXPECT_TRUE(CloseResourceFile(reference)) << "there is room again";
+    EXPECT_GT(Files::Read(m_Folder / "a").size(), 5000U);
+}
+
+TEST_F(ResourceFile, RefusesWhatTheLayoutHasNoRoomFor) {
+    const short reference = Open("a", true);
+    constexpr int kMost = (0x7FFF - 28 - 2 - 8) / 12;
+    for (int i = 0; i < kMost; ++i) {
+        AddResource(HandleWith("x"), Code("TEXT"), static_cast<ResID>(i), nullptr);
+        ASSERT_EQ(ResError(), 0) << i;
+    }
+    const Handle handle = HandleWith("x");
+    AddResource(handle, Code("TEXT"), 5000, nullptr);
+    EXPECT_EQ(ResError(), addResFailed);
+    DisposeHandle(handle);
+    ASSERT_TRUE(UpdateResourceFile(reference));
+    const std::string before = Files::Read(m_Folder / "a");
+
+    const Handle big = GetResource(Code("TEXT"), 7);
+    Set(big, std::string(0x1000000, 'x'));
+    EXPECT_FALSE(UpdateResourceFile(reference));
+    EXPECT_EQ(Files::Read(m_Folder / "a"), before);
+    SetHandleSize(big, 0x1000000 - 4 * kMost - (kMost - 1));
+    EXPECT_TRUE(CloseResourceFile(reference));
+    EXPECT_EQ(ListResources(Open("a")).at(7).bytes.size(), 0x1000000U - 5 * kMost + 1);
+
+    // The last of 256 such names begins just before 64 KB.
+    const short names = Open("names", true);
+    for (int i = 0; i < 256; ++i) {
+        AddResource(HandleWith(""), Code("TEXT"), static_cast<ResID>(i), Name(Pascal(std::string(255, 'n'))));
+        ASSERT_EQ(ResError(), 0) << i;
+    }
+    AddResource(HandleWith(""), Code("TEXT"), 256, Name(Pascal("n")));
+    EXPECT_EQ(ResError(), addResFailed);
+    EXPECT_TRUE(CloseResourceFile(names));
+}
+
+}  // namespace
