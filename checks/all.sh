@@ -22,7 +22,7 @@ build() { cmake --preset "$@" && cmake --build --preset "$1"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$(nproc)"; }
 format() { sources | xargs clang-format-14 --dry-run -Werror; }
 # Benchmarks and tests are left out: they take minutes, and faults in them show when they run.
-tidy() { sources | grep -E '^(Source|Mac|Platform|tools|fuzz|examples)/.*\.cpp$' | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
+tidy() { sources | grep -E '^(Source|Mac|Platform|cstring|tools|fuzz|examples)/.*\.cpp$' | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
 headers() {
     for header in include/Lum/*.h; do
         for compiler in g++ clang++-14; do
@@ -32,7 +32,7 @@ headers() {
     done
 }
 clang32() {
-    for source in $(git ls-files -co --exclude-standard -- 'Source/*.cpp' 'Mac/*.cpp' 'Platform/*.cpp'); do
+    for source in $(git ls-files -co --exclude-standard -- 'Source/*.cpp' 'Mac/*.cpp' 'Platform/*.cpp' 'cstring/*.cpp'); do
         clang++-14 -m32 -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -Iinclude -I. "$source" || return 1
     done
 }

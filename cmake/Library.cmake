@@ -54,7 +54,21 @@ set(LUM_SOURCES
     Source/URI/Relativisation.cpp
     Source/URI/Resolution.cpp
     Source/URI/Serialiser.cpp
+    cstring/Buffer.cpp
+    cstring/Conversions.cpp
+    cstring/Editing.cpp
+    cstring/FixedAlloc.cpp
+    cstring/Formatting.cpp
+    cstring/IntlInfo.cpp
+    cstring/Output.cpp
+    cstring/Parts.cpp
+    cstring/Searching.cpp
+    cstring/StringResources.cpp
+    cstring/StringStorage.cpp
 )
+if(NOT LUM_NO_POOLS)
+    list(APPEND LUM_SOURCES cstring/BufferPools.cpp)
+endif()
 
 include(GNUInstallDirs)
 
@@ -75,7 +89,7 @@ function(lum_add_library target)
                    POSITION_INDEPENDENT_CODE ON
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
-    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS})
+    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     lum_set_warnings(${target})

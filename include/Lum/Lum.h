@@ -1,6 +1,7 @@
 // Everything Lum offers, for programs that do not mind the compile time.
 #pragma once
 
+#include <Lum/CString.h>
 #include <Lum/Platform.h>
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>

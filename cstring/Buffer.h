@@ -1,0 +1,94 @@
+// A string's buffer: how one is made, what its length means for the units behind it, and its end.
+#pragma once
+
+#include <Lum/CString.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <new>
+
+namespace Lum {
+
+inline unsigned short* UnitsOf(CStringData* data) noexcept { return reinterpret_cast<unsigned short*>(data + 1); }
+
+inline bool IsEmptyBuffer(const CStringData* data) noexcept { return data == &_afxInitData.header; }
+
+/// A buffer with room for `length` units, which is above 0: count 1, that length, the 0 behind it; the
+/// units are unset.
+CStringData* NewBuffer(int length);
+
+/// The room that NewBuffer gives for a length; 0 for 0.
+int CapacityFor(int length) noexcept;
+
+/// Gives back the host's string that the buffer keeps.
+void ForgetHostString(CStringData* data) noexcept;
+
+inline void CopyUnits(unsigned short* to, const unsigned short* from, std::size_t count) noexcept {
+    if (count != 0) {
+        std::memcpy(to, from, count * sizeof *to);
+    }
+}
+
+inline void MoveUnits(unsigned short* to, const unsigned short* from, std::size_t count) noexcept {
+    if (count != 0) {
+        std::memmove(to, from, count * sizeof *to);
+    }
+}
+
+/// The sum of two lengths that are not negative.
+inline int AddLengths(long long a, long long b) {
+    const long long sum = a + b;
+    if (sum > std::numeric_limits<int>::max()) {
+        throw std::bad_alloc();
+    }
+    return static_cast<int>(sum);
+}
+
+inline int AsLength(std::size_t units) {
+    if (units > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+        throw std::bad_alloc();
+    }
+    return static_cast<int>(units);
+}
+
+// The units between the text and the end of the room are of no account, until somebody is let in to
+// write there or the length is set past the text: then they must be 0 or the caller's own, never what
+// an older text left. A buffer whose spare units have been cleared for a caller is `open`, which the
+// last unit tells, as long as the text leaves it free. The end of the caller's access closes it, and so
+// does whatever shortens the text.
+
+inline constexpr unsigned short kOpen = 0xFFFF;
+
+inline bool IsOpen(CStringData* data) noexcept {
+    return data->dataLength < data->allocLength && UnitsOf(data)[data->allocLength] == kOpen;
+}
+
+/// Clears the spare units unless that has been done; the text leaves room.
+inline void Open(CStringData* data) noexcept {
+    if (!IsOpen(data)) {
+        unsigned short* const units = UnitsOf(data);
+        std::fill(units + data->dataLength, units + data->allocLength, static_cast<unsigned short>(0));
+        units[data->allocLength] = kOpen;
+    }
+}
+
+/// Sets a length not above the present one, or one up to which the units have just been written. Never
+/// writes to the empty buffer, which strings of several threads may look at.
+inline void SetLength(CStringData* data, int length) noexcept {
+    if (!IsEmptyBuffer(data)) {
+        unsigned short* const units = UnitsOf(data);
+        data->dataLength = length;
+        units[data->allocLength] = 0;
+        units[length] = 0;
+    }
+}
+
+/// Sets a length above the present one; an open buffer stays open.
+inline void GrowLength(CStringData* data, int length) noexcept {
+    data->dataLength = length;
+    UnitsOf(data)[length] = 0;
+}
+
+}  // namespace Lum

@@ -1,0 +1,517 @@
+// CString: a string of 16-bit code units whose copies share one buffer until one of them writes.
+//
+// A CString is one pointer, to units that end with a 0 behind the text; zeros inside are text like any
+// other. In front of the units lies a CStringData with the count of sharers. Copying shares and costs
+// an addition. The first write through any holder gives that holder a buffer of its own. Buffers have
+// room for 64, 128, 256 or 512 units, or exactly the length above that; appending does not double, so
+// grow long texts with GetBuffer or in a std::u16string.
+//
+// The count goes up when a string is released too, and a buffer returns to its pool only if it is
+// locked (LockBuffer) when its holder goes; every other buffer is kept for the life of the process.
+// That is by design: a pointer from GetAsUniCharStr to an unlocked buffer never dangles. A buffer that
+// was ever shared counts as shared for good. Where many strings come and go, lock each one last.
+//
+// Indices, lengths and results are in code units, int. An operation that takes units takes
+// `const unsigned short*` and `const char16_t*`; the text it points to ends with a 0 unit, may lie
+// inside the string itself, and null counts as empty. One that takes a unit takes any integer or
+// character. A value outside of the text is clamped or ignored as each operation says; nothing reads
+// or writes outside of the buffer. Case and white space follow ASCII, whatever the locale.
+//
+// Threads: none of this is synchronised, nor are the pools that all strings share: all strings of a
+// process belong to one thread at a time. Static initialisers of an application may use all of it.
+//
+// Failure: only std::bad_alloc is thrown, for a length that an int cannot hold as well; the string is
+// then as it was.
+#pragma once
+
+#include <compare>
+#include <concepts>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <limits>
+#include <string_view>
+
+#include <Lum/Export.h>
+#include <Lum/FixedAlloc.h>
+#include <Lum/Units.h>
+
+/// An immutable text of the host's; null is none.
+using CFStringRef = const struct __CFString*;  // NOLINT: the services' name
+
+/// What lies in front of a buffer's units. For reading; see CString.
+struct CStringData {
+    CFStringRef cachedCFString;  ///< The text as the host's string, made when asked for; owned.
+    std::int32_t refCount;       ///< 1 when new, and more; -1 if locked. At its end it stays there.
+    std::int32_t dataLength;     ///< Units of text, without the 0 behind it.
+    std::int32_t allocLength;    ///< Units that there is room for, without the 0 behind them.
+};
+static_assert(sizeof(CStringData) == (sizeof(void*) == 4 ? 16 : 24));
+
+/// The shared empty buffer's layout.
+struct CStringEmptyBuffer {
+    CStringData header;
+    unsigned short terminator;
+};
+
+// The one buffer of all empty strings, never counted nor freed, and two pointers into it.
+extern LUM_API CStringEmptyBuffer _afxInitData;   // NOLINT: reserved, but this family's own name
+extern LUM_API CStringData* const _afxDataNil;    // NOLINT
+extern LUM_API unsigned short* const _afxPchNil;  // NOLINT
+extern LUM_API const unsigned short afxChNil;     ///< A 0 unit: the empty text.
+
+/// See the head of this file.
+class LUM_API CString {
+public:
+    using value_type = unsigned short;
+    using const_iterator = const unsigned short*;
+    using iterator = const_iterator;
+
+    // ---- Construction and assignment ------------------------------------------------------------
+
+    /// The empty string; allocates nothing.
+    CString() noexcept : m_pchChars(EmptyText()) {}
+    CString(std::nullptr_t) noexcept : CString() {}
+    /// Shares the buffer of `other`; copies the text if that is locked.
+    CString(const CString& other) : m_pchChars(other.m_pchChars) {
+        if (other.Data()->refCount < 0) {
+            m_pchChars = EmptyText();
+            AssignShared(other);
+        } else {
+            CountUp(Data());
+        }
+    }
+    /// A copy of a 0-terminated text. A value below 0x10000 is no pointer but the number of a string
+    /// resource, which is loaded as LoadString does.
+    CString(const unsigned short* text);
+    CString(const char16_t* text) : CString(Lum::AsUnits(text)) {}
+    /// A copy of `length` units, zeros included; a negative length counts as 0, null as zeros.
+    CString(const unsigned short* units, int length);
+    CString(const char16_t* units, int length) : CString(Lum::AsUnits(units), length) {}
+    explicit CString(std::u16string_view text);
+    /// `repeat` times the unit; the empty string if that is not positive.
+    template <std::integral Unit>
+    CString(Unit unit, int repeat) : m_pchChars(EmptyText()) {
+        Fill(Lum::AsUnit(unit), repeat);
+    }
+    /// From a NUL-terminated text in the application's encoding; null is empty, and a value below
+    /// 0x10000 the number of a string resource. If the bytes are not valid in the encoding, the
+    /// string is as many 0 units as there are bytes.
+    CString(const char* text);
+    /// The same, whole, however small `length` is: that many 0 units are what is left if `text` is null
+    /// or not valid. Empty if `length` is 0 or less.
+    CString(const char* text, int length);
+    /// Releases the buffer; see the head of this file.
+    ~CString() {
+        if (m_pchChars != EmptyText()) {
+            CountRelease(Data());
+        }
+    }
+
+    /// Shares the buffer of `other`; copies the text if either is locked or `other` is empty.
+    CString& operator=(const CString& other);
+    /// Copies a 0-terminated text; null empties. No value is taken for a resource's number here.
+    CString& operator=(const unsigned short* text);
+    CString& operator=(const char16_t* text) { return *this = Lum::AsUnits(text); }
+    CString& operator=(std::nullptr_t) { return *this = static_cast<const unsigned short*>(nullptr); }
+    /// Becomes the one unit.
+    template <std::integral Unit>
+    CString& operator=(Unit unit) {
+        const unsigned short text = Lum::AsUnit(unit);
+        AssignCopy(1, &text);
+        return *this;
+    }
+    /// From the application's encoding; null empties, and bytes not valid in it change nothing.
+    CString& operator=(const char* text);
+
+    /// Exchanges the buffers, without counting.
+    friend void swap(CString& a, CString& b) noexcept {
+        unsigned short* const chars = a.m_pchChars;
+        a.m_pchChars = b.m_pchChars;
+        b.m_pchChars = chars;
+    }
+
+    // ---- The text -------------------------------------------------------------------------------
+
+    [[nodiscard]] int GetLength() const noexcept { return Data()->dataLength; }
+    [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
+    /// The unit at `index`; 0 at the length and outside of the text.
+    [[nodiscard]] unsigned short GetAt(int index) const noexcept { return (*this)[index]; }
+    template <std::integral Index>
+    [[nodiscard]] unsigned short operator[](Index index) const noexcept {
+        const auto place = static_cast<long long>(index);
+        return place < 0 || place > GetLength() ? static_cast<unsigned short>(0) : m_pchChars[place];
+    }
+    /// The units, with a 0 behind them; see the head of this file for how long they stay.
+    [[nodiscard]] const unsigned short* GetAsUniCharStr() const noexcept { return m_pchChars; }
+    operator const unsigned short*() const noexcept { return m_pchChars; }
+    operator std::u16string_view() const noexcept {
+        return {Lum::AsChar16(static_cast<const unsigned short*>(m_pchChars)), static_cast<std::size_t>(GetLength())};
+    }
+    [[nodiscard]] const_iterator begin() const noexcept { return m_pchChars; }
+    [[nodiscard]] const_iterator end() const noexcept { return m_pchChars + GetLength(); }
+
+    // ---- Comparison -----------------------------------------------------------------------------
+    // By the values of the units, then by length. A null pointer is an empty text.
+
+    /// -1, 0 or 1.
+    [[nodiscard]] int Compare(const CString& other) const noexcept;
+    [[nodiscard]] int Compare(const unsigned short* text) const;
+    [[nodiscard]] int Compare(const char16_t* text) const { return Compare(Lum::AsUnits(text)); }
+    /// The same with A to Z as a to z.
+    [[nodiscard]] int CompareNoCase(Lum::UnitPointer text) const;
+
+    friend bool operator==(const CString& a, const CString& b) noexcept {
+        return a.m_pchChars == b.m_pchChars || a.Equals(b.m_pchChars, b.GetLength());
+    }
+    friend bool operator==(const CString& a, const unsigned short* b) { return a.Compare(b) == 0; }
+    friend bool operator==(const CString& a, const char16_t* b) { return a.Compare(b) == 0; }
+    friend bool operator==(const CString& a, std::nullptr_t) noexcept { return a.IsEmpty(); }
+    friend bool operator==(const CString& a, std::u16string_view b) noexcept { return std::u16string_view(a) == b; }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.Compare(b) <=> 0; }
+    friend std::strong_ordering operator<=>(const CString& a, const unsigned short* b) { return a.Compare(b) <=> 0; }
+    friend std::strong_ordering operator<=>(const CString& a, const char16_t* b) { return a.Compare(b) <=> 0; }
+    friend std::strong_ordering operator<=>(const CString& a, std::u16string_view b) noexcept {
+        return std::u16string_view(a) <=> b;
+    }
+
+    // ---- Searching ------------------------------------------------------------------------------
+    // The index of what is found, or -1.
+
+    /// The first `unit` at or behind `start`; the 0 behind the text is found too. -1 if `start` is not
+    /// below the length, so always for an empty string. A negative start counts as 0.
+    template <std::integral Unit>
+    [[nodiscard]] int Find(Unit unit, int start = 0) const noexcept {
+        return FindFirst(Lum::AsUnit(unit), start);
+    }
+    /// The first occurrence of a text at or behind `start`; an empty one is found at `start` unless that
+    /// is above the length. Linear in both lengths.
+    [[nodiscard]] int Find(Lum::UnitPointer text, int start = 0) const;
+    /// The last `unit`; the length for 0.
+    template <std::integral Unit>
+    [[nodiscard]] int ReverseFind(Unit unit) const noexcept {
+        return FindLast(Lum::AsUnit(unit));
+    }
+    /// The first unit that is in `set`. Ends at a 0 unit in the text.
+    [[nodiscard]] int FindOneOf(Lum::UnitPointer set) const;
+
+    // ---- Parts of the text ----------------------------------------------------------------------
+    // New strings. What is the whole text shares the buffer.
+
+    /// The first `count` units, clamped to the text.
+    [[nodiscard]] CString Left(int count) const;
+    /// The last `count` units, clamped to the text.
+    [[nodiscard]] CString Right(int count) const;
+    /// `count` units from `first` on; each is raised to 0, then both are cut to the text. Mid(2, 100)
+    /// of "abcdef" is "cdef", Mid(10, 2) is empty.
+    [[nodiscard]] CString Mid(int first, int count) const;
+    /// Mid(first, length - first): the whole text for a negative `first`.
+    [[nodiscard]] CString Mid(int first) const;
+    /// The longest part at the front of units that are in `set`, or that are not. Ends at a 0 unit.
+    [[nodiscard]] CString SpanIncluding(Lum::UnitPointer set) const;
+    [[nodiscard]] CString SpanExcluding(Lum::UnitPointer set) const;
+    /// The next run of units that are not in `delimiters`, from `position` on, which is then set behind
+    /// the delimiter that ends it. Empty, with `position` -1, when none is left. "  a,b" with " ," from
+    /// 0 gives "a" (4), "b" (6), "" (-1). Null delimiters give the whole text. A negative position
+    /// counts as 0, and a 0 unit ends a token: stop at -1.
+    CString Tokenize(Lum::UnitPointer delimiters, int& position) const;
+
+    // Parts between delimiters, numbered from 0. A delimiter from 0x80 on is taken as a negative number
+    // and never found. Delimiter texts match whole, from left to right without overlap; an empty one is
+    // never found. GetPart(':', 3) of "a:b:c" is empty.
+
+    /// How many parts there are: one more than delimiters.
+    [[nodiscard]] int GetPartCount(char delimiter) const noexcept;
+    [[nodiscard]] int GetPartCount(const CString& delimiter) const;
+    /// One part; empty if there is none of that number.
+    [[nodiscard]] CString GetPart(char delimiter, int index) const;
+    [[nodiscard]] CString GetPart(const CString& delimiter, int index) const;
+    /// The text behind the last delimiter; the whole text where there is none.
+    [[nodiscard]] CString GetLastPart(char delimiter) const;
+    [[nodiscard]] CString GetLastPart(const CString& delimiter) const;
+    /// The parts from `first` up to and without `last` (-1: to the end), with delimiters between them;
+    /// parts that do not exist are empty ones. Of (1, 3) of "a:b:c:d" it is "b:c". An empty range gives
+    /// the one part `first`, on purpose, and one with `last` below `first` nothing.
+    [[nodiscard]] CString GetPartRange(char delimiter, int first, int last) const;
+    [[nodiscard]] CString GetPartRange(const CString& delimiter, int first, int last) const;
+    /// The text without its first `count` units; what its name says it is not.
+    [[nodiscard]] CString RightMost(int count) const;
+
+    // ---- Editing --------------------------------------------------------------------------------
+
+    /// Returns to the empty string. A locked buffer is kept, with an empty text.
+    void Empty();
+    /// Sets the unit at `index`; ignored outside of the text.
+    template <std::integral Unit>
+    void SetAt(int index, Unit unit) {
+        SetUnit(index, Lum::AsUnit(unit));
+    }
+    /// Removes `count` units from `index` on (a negative index counts as 0), at most to the end. Returns
+    /// the length from before, on purpose.
+    int Delete(int index, int count = 1);
+    /// Inserts in front of `index`, clamped to the text, and returns the new length.
+    template <std::integral Unit>
+    int Insert(int index, Unit unit) {
+        const unsigned short text = Lum::AsUnit(unit);
+        return InsertUnits(index, &text, 1);
+    }
+    int Insert(int index, Lum::UnitPointer text);
+    /// Replaces every `from` and returns how many there were; 0, without a copy, if both are equal.
+    template <std::integral From, std::integral To>
+    int Replace(From from, To to) {
+        return ReplaceUnit(Lum::AsUnit(from), Lum::AsUnit(to));
+    }
+    /// Replaces every occurrence of a text, from left to right without overlap, and returns how many
+    /// there were: 0 for an empty `from`. The last argument is ignored.
+    int Replace(Lum::UnitPointer from, Lum::UnitPointer to, int ignored = 0);
+    /// Removes every `unit` and returns how many there were.
+    template <std::integral Unit>
+    int Remove(Unit unit) {
+        return RemoveUnit(Lum::AsUnit(unit));
+    }
+    /// Reverses the units; a surrogate pair's too.
+    void MakeReverse();
+    /// Changes the case of ASCII letters. In a double-byte script (IntlInfo) a unit whose low byte is a
+    /// lead byte stays, and so does the one behind it.
+    void MakeUpper();
+    void MakeLower();
+
+    /// Removes 9 to 13 and 32 at the front.
+    void TrimLeft();
+    /// Removes 9 to 13, 32 and also the no-break space, 160, at the end.
+    void TrimRight();
+    /// Both.
+    void Trim();
+    /// Remove a run of one unit, or of members of `set`, at one end.
+    template <std::integral Unit>
+    void TrimLeft(Unit unit) {
+        const unsigned short set[] = {Lum::AsUnit(unit), 0};
+        TrimLeftOf(set, 1);
+    }
+    template <std::integral Unit>
+    void TrimRight(Unit unit) {
+        const unsigned short set[] = {Lum::AsUnit(unit), 0};
+        TrimRightOf(set, 1);
+    }
+    void TrimLeft(Lum::UnitPointer set);
+    void TrimRight(Lum::UnitPointer set);
+
+    // ---- Joining --------------------------------------------------------------------------------
+
+    CString& operator+=(const CString& text) {
+        ConcatInPlace(text.GetLength(), text.m_pchChars);
+        return *this;
+    }
+    CString& operator+=(const unsigned short* text);
+    CString& operator+=(const char16_t* text) { return *this += Lum::AsUnits(text); }
+    template <std::integral Unit>
+    CString& operator+=(Unit unit) {
+        const unsigned short text = Lum::AsUnit(unit);
+        ConcatInPlace(1, &text);
+        return *this;
+    }
+    friend CString operator+(const CString& a, const CString& b) {
+        return {Joined{}, a.m_pchChars, a.GetLength(), b.m_pchChars, b.GetLength()};
+    }
+    friend CString operator+(const CString& a, const unsigned short* b) {
+        return {Joined{}, a.m_pchChars, a.GetLength(), b, LengthOf(b)};
+    }
+    friend CString operator+(const unsigned short* a, const CString& b) {
+        return {Joined{}, a, LengthOf(a), b.m_pchChars, b.GetLength()};
+    }
+    friend CString operator+(const CString& a, const char16_t* b) { return a + Lum::AsUnits(b); }
+    friend CString operator+(const char16_t* a, const CString& b) { return Lum::AsUnits(a) + b; }
+    template <std::integral Unit>
+    friend CString operator+(const CString& a, Unit b) {
+        const unsigned short text = Lum::AsUnit(b);
+        return {Joined{}, a.m_pchChars, a.GetLength(), &text, 1};
+    }
+    template <std::integral Unit>
+    friend CString operator+(Unit a, const CString& b) {
+        const unsigned short text = Lum::AsUnit(a);
+        return {Joined{}, &text, 1, b.m_pchChars, b.GetLength()};
+    }
+
+    // ---- Formatting and numbers -----------------------------------------------------------------
+    // As the C library's printf formats in the "C" locale, width and precision in units, with
+    // positions ("%2$d") too. %s takes a 16-bit text: pass GetAsUniCharStr(), a CString itself cannot go
+    // through "...". %S and %hs take a narrow text in the application's encoding, %c a unit, %C and %hc
+    // a narrow character. A null text prints "(null)"; %n writes nothing; an unknown conversion prints
+    // as it stands. Arguments may be texts of this very string.
+
+    /// s.Format(u"%s: %d", name.GetAsUniCharStr(), 3)
+    void Format(const unsigned short* format, ...);
+    void Format(const char16_t* format, ...);
+    /// With the format that is the string resource `formatId`.
+    void Format(unsigned int formatId, ...);
+    void FormatV(Lum::UnitPointer format, std::va_list arguments);
+    /// Do nothing, on purpose.
+    void FormatMessage(const unsigned short* format, ...);
+    void FormatMessage(const char16_t* format, ...);
+    void FormatMessage(unsigned int formatId, ...);
+    /// The number that the text begins with behind white space; 0 if there is none.
+    [[nodiscard]] int GetIntValue() const;
+    [[nodiscard]] double GetDoubleValue() const;
+
+    // ---- The host's strings and string resources ------------------------------------------------
+
+    /// The text as the host's string, made when first asked for; the caller gives it back with
+    /// ReleaseCFStringRef. The encoding is ignored.
+    [[nodiscard]] CFStringRef GetCFStringRef(unsigned long encoding) const;
+    /// Gives a reference back; null is ignored.
+    void ReleaseCFStringRef(CFStringRef string) const;
+    /// Takes the text of one of the host's strings, without 0 units at its end; anything else empties.
+    /// The encoding is ignored. True.
+    bool SetFromCFStringRef(CFStringRef string, unsigned long encoding);
+
+    /// Loads a string by its number. One that nobody knows loads its own decimal text.
+    bool LoadString(unsigned int id);
+    template <std::integral Id>
+    bool LoadString(Id id) {
+        return LoadString(static_cast<unsigned int>(id));
+    }
+
+    // ---- The buffer -----------------------------------------------------------------------------
+
+    /// The units, for writing, with room for `minLength` of them and a 0; close with ReleaseBuffer. The
+    /// text stays; behind it everything is 0 that the caller has not written. Room that is there is used:
+    /// 0 on an empty string gives the one empty buffer, which is not for writing.
+    unsigned short* GetBuffer(int minLength);
+    /// The same, and sets the length: units that the text did not have are 0.
+    unsigned short* GetBufferSetLength(int length);
+    /// Sets the length after a write through the buffer: to the first 0 unit, or to `length` if that is
+    /// not -1 (cut to the room there is; another negative length counts as 0).
+    void ReleaseBuffer(int length = -1);
+    /// Gets a buffer that no copy will share, and which goes back to its pool when it is released.
+    unsigned short* LockBuffer() {
+        if (Data()->refCount < 2) {
+            if (m_pchChars != EmptyText()) {
+                Data()->refCount = -1;
+            }
+            return m_pchChars;
+        }
+        return LockSharedBuffer();
+    }
+    /// Counts the buffer as unshared, whatever it was before.
+    void UnlockBuffer() noexcept {
+        if (m_pchChars != EmptyText()) {
+            Data()->refCount = 1;
+        }
+    }
+    /// Moves to a buffer of exactly the length, as far as there is one. Asks for neither count nor lock.
+    void FreeExtra();
+
+    // ---- Buffer primitives ----------------------------------------------------------------------
+    // What the operations above are made of, for code that manages buffers by itself. Negative lengths
+    // count as 0.
+
+    /// Points to a new buffer with a text of `length` 0 units; does not release the old one.
+    void AllocBuffer(int length);
+    /// Gives a buffer back to its pool or to the heap, whatever its count.
+    static void FreeData(CStringData* data) noexcept;
+    /// Releases the buffer and points to the empty one.
+    void Release() noexcept {
+        if (m_pchChars != EmptyText()) {
+            CountRelease(Data());
+            m_pchChars = EmptyText();
+        }
+    }
+    /// Counts a release of `data`, and frees it if it was locked.
+    static void Release(CStringData* data) noexcept {
+        if (data != EmptyData()) {
+            CountRelease(data);
+        }
+    }
+    /// Gets a buffer of its own, with the text; forgets the host's string.
+    void CopyBeforeWrite();
+    /// Gets a buffer of its own with room for `length` units; a new one holds that many 0 units.
+    void AllocBeforeWrite(int length);
+    /// Makes of `dest`, whose buffer is not released, a copy of `copyLen` units from `copyIndex` on and
+    /// `extraLen` 0 units; units that this text does not have are 0.
+    void AllocCopy(CString& dest, int copyLen, int copyIndex, int extraLen) const;
+    /// Becomes a copy of `length` units.
+    void AssignCopy(int length, Lum::UnitPointer units);
+    /// Becomes two runs of units in a new buffer, the old one not released; unchanged if both are empty.
+    void ConcatCopy(int length1, Lum::UnitPointer units1, int length2, Lum::UnitPointer units2);
+    /// Appends units, in place where there is room and nobody shares it, otherwise in a buffer of
+    /// exactly the new length.
+    void ConcatInPlace(int length, Lum::UnitPointer units);
+
+private:
+    struct Joined {};
+
+    CString(Joined joined, const unsigned short* a, int lengthA, const unsigned short* b, int lengthB);
+
+    static unsigned short* EmptyText() noexcept { return &_afxInitData.terminator; }
+    static CStringData* EmptyData() noexcept { return &_afxInitData.header; }
+    [[nodiscard]] CStringData* Data() const noexcept { return reinterpret_cast<CStringData*>(m_pchChars) - 1; }
+    static void CountUp(CStringData* data) noexcept {
+        data->refCount += data->refCount == std::numeric_limits<std::int32_t>::max() ? 0 : 1;
+    }
+    /// A release counts up as well. That is no slip: only the release of a locked buffer, at -1, frees it.
+    static void CountRelease(CStringData* data) noexcept {
+        CountUp(data);
+        if (data->refCount <= 0) {
+            FreeData(data);
+        }
+    }
+    /// Units before the 0; 0 for null. Throws std::bad_alloc if no int holds it.
+    static int LengthOf(const unsigned short* text);
+
+    void AssignShared(const CString& other);
+    void Fill(unsigned short unit, int repeat);
+    unsigned short* LockSharedBuffer();
+    [[nodiscard]] bool Equals(const unsigned short* units, int length) const noexcept;
+    [[nodiscard]] int FindFirst(unsigned short unit, int start) const noexcept;
+    [[nodiscard]] int FindLast(unsigned short unit) const noexcept;
+    int InsertUnits(int index, const unsigned short* units, int length);
+    int ReplaceUnit(unsigned short from, unsigned short to);
+    int RemoveUnit(unsigned short unit);
+    void TrimLeftOf(const unsigned short* set, int size);
+    void TrimRightOf(const unsigned short* set, int size);
+    void SetUnit(int index, unsigned short unit);
+    LUM_HIDDEN void Adopt(CStringData* data) noexcept;
+    [[nodiscard]] LUM_HIDDEN CString Piece(std::size_t first, std::size_t count) const;
+    LUM_HIDDEN void Cut(std::size_t first, std::size_t count);
+
+    unsigned short* m_pchChars;  // Never null; the units, not the header in front of them.
+};
+static_assert(sizeof(CString) == sizeof(void*));
+
+/// The empty string, which no write has ever touched.
+LUM_API const CString& AfxGetEmptyString() noexcept;
+/// Whether `text` is not null; the length is ignored.
+LUM_API bool AfxIsValidString(const unsigned short* text, int length) noexcept;
+inline bool AfxIsValidString(const char16_t* text, int length) noexcept {
+    return AfxIsValidString(Lum::AsUnits(text), length);
+}
+
+/// Prints as UTF-8; an unpaired surrogate prints as U+FFFD.
+LUM_API std::ostream& operator<<(std::ostream& out, const CString& text);
+/// What a failed test shows of a string.
+LUM_API void PrintTo(const CString& text, std::ostream* out);
+
+/// What the system's script says about bytes. Asked by the host once, and by MakeUpper and MakeLower.
+class LUM_API IntlInfo {
+public:
+    /// Asks the host. Before that the script is a single-byte one.
+    static void Initialize();
+    /// Whether `byte` is the first of two in the system's script.
+    static bool IsLeadByte(unsigned char byte) noexcept { return s_doubleByte && s_leadByteTable[byte] != 0; }
+
+    static long s_systemScript;                 ///< The script's code; 0 is Roman.
+    static bool s_doubleByte;                   ///< Whether it is a double-byte script.
+    static unsigned char s_leadByteTable[256];  ///< Not 0 for a lead byte.
+};
+
+/// @cond
+/// Equal strings have equal hashes, which are those of the std::u16string_view.
+template <>
+struct std::hash<CString> {
+    [[nodiscard]] std::size_t operator()(const CString& text) const noexcept {
+        return std::hash<std::u16string_view>{}(text);
+    }
+};
+/// @endcond

@@ -1,0 +1,48 @@
+// CFixedAlloc: memory in blocks of one size, taken from the heap many at a time and never given back
+// singly.
+//
+// Blocks are aligned for a pointer. Not synchronised. Under the address sanitizer a block that is not
+// handed out is poisoned, so that its use and a second Free are reported.
+#pragma once
+
+#include <cstddef>
+
+#include <Lum/Export.h>
+
+/// One piece of heap memory: the link to the next older piece, and the blocks behind it.
+struct LUM_API CPlex {
+    CPlex* next;
+
+    /// Takes `count` times `elementSize` bytes and room for the link from the heap, links the piece in
+    /// front of `head` and returns it. A count of 0 counts as 1. Throws std::bad_alloc, `head` unchanged.
+    static CPlex* Create(CPlex*& head, unsigned int count, unsigned int elementSize);
+    /// The first byte behind the link.
+    void* data() noexcept { return this + 1; }
+    /// Frees this piece and every older one.
+    void FreeDataChain() noexcept;
+};
+
+/// See the head of this file. The fields are for reading.
+class LUM_API CFixedAlloc {
+public:
+    /// Blocks of `blockSize` bytes, `blocksPerPlex` at a time (0 counts as 1). They lie at a distance
+    /// of that many bytes rounded up to a multiple of a pointer's size, at least one pointer.
+    CFixedAlloc(unsigned int blockSize, unsigned int blocksPerPlex) noexcept;
+    CFixedAlloc(const CFixedAlloc&) = delete;
+    CFixedAlloc& operator=(const CFixedAlloc&) = delete;
+    /// As FreeAll.
+    ~CFixedAlloc();
+
+    /// A block, its content unset: the one freed last, otherwise of a fresh piece in ascending order.
+    /// The caller gives it back with Free, or all of them with FreeAll. Throws std::bad_alloc.
+    [[nodiscard]] void* Alloc();
+    /// Takes a block back; null is ignored. Constant time, as Alloc but for a fresh piece.
+    void Free(void* block) noexcept;
+    /// Gives all memory back to the heap; no block may be used any more.
+    void FreeAll() noexcept;
+
+    unsigned int blockSize;
+    unsigned int blocksPerPlex;
+    CPlex* plexChain = nullptr;  ///< The newest piece.
+    void* freeList = nullptr;    ///< The first free block; each begins with the link to the next.
+};
