@@ -65,7 +65,7 @@ private:
     std::size_t m_Room = std::size(m_Stack);
 };
 
-CFStringRef Decode(Bytes bytes, CFStringEncoding encoding) {
+CFStringRef CreateFromBytes(Bytes bytes, CFStringEncoding encoding) {
     const Converter converter = MakeConverter(encoding, kCFStringEncodingUTF16);
     if (!converter) {
         return nullptr;
@@ -138,7 +138,8 @@ Growth GrowthIn(CFStringEncoding encoding) {
 }  // namespace
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef /*allocator*/, const char* text, CFStringEncoding encoding) {
-    return text == nullptr ? nullptr : Decode({reinterpret_cast<ConstTextPtr>(text), std::strlen(text)}, encoding);
+    return text == nullptr ? nullptr
+                           : CreateFromBytes({reinterpret_cast<ConstTextPtr>(text), std::strlen(text)}, encoding);
 }
 
 CFStringRef CFStringCreateWithCStringNoCopy(CFAllocatorRef allocator, const char* text, CFStringEncoding encoding,
@@ -148,7 +149,7 @@ CFStringRef CFStringCreateWithCStringNoCopy(CFAllocatorRef allocator, const char
 
 CFStringRef CFStringCreateWithPascalString(CFAllocatorRef /*allocator*/, const unsigned char* text,
                                            CFStringEncoding encoding) {
-    return text == nullptr ? nullptr : Decode({text + 1, text[0]}, encoding);
+    return text == nullptr ? nullptr : CreateFromBytes({text + 1, text[0]}, encoding);
 }
 
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding) {
