@@ -124,13 +124,14 @@ NumberText Text(const Conversion& conversion, Number number, DigitRoom& room) {
 template <class Number>
 std::int64_t Bound(const Conversion& conversion, Number number) {
     const char letter = Lower(conversion.letter);
-    // Sign, "0x", first digit, point and exponent; or the zeros that %g has in front of small numbers.
+    // Sign, "0x", first digit, point and exponent; the zeros that %g has in front of small numbers; or all
+    // that most numbers have before their point.
     constexpr int kFrame = 16;
+    constexpr Number kMostInFrame = 1e9;
     std::int64_t size = kFrame;
-    if (letter == 'f' && std::isfinite(number)) {
-        // Digits before the point, from a power of 2 to one of 10; one more where rounding carries.
-        const int exponent = number == 0 ? 0 : std::ilogb(number);
-        size += exponent > 0 ? (exponent + 1) * 1234 / 4096 + 1 : 0;
+    if (letter == 'f' && std::abs(number) > kMostInFrame && std::isfinite(number)) {
+        // From a power of 2 to one of 10, rounded up.
+        size += std::ilogb(number) * 1234 / 4096;
     }
     const int least = letter == 'a' ? std::numeric_limits<Number>::digits : kDefaultPrecision;
     const int precision = conversion.precision.value < 0 ? least : conversion.precision.value;

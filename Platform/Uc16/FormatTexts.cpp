@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "Platform/Uc16/NarrowText.h"
+#include "Platform/Uc16/UnitRun.h"
 
 namespace Uc16 {
 
@@ -17,6 +18,9 @@ bool IsNarrow(const Conversion& conversion) {
 }
 
 std::size_t LengthUpTo(const AnyUnit* text, std::size_t limit) {
+    if (limit == kNoLimit) {
+        return CountBefore<0>(text, {});
+    }
     std::size_t length = 0;
     while (length < limit && text[length] != 0) {
         ++length;

@@ -7,11 +7,9 @@
 
 #include "Platform/Uc16/FormatArguments.h"
 #include "Platform/Uc16/FormatConversion.h"
+#include "Platform/Uc16/UnitRunPlain.h"
 
 namespace Uc16 {
-
-/// A unit of a caller's text, which may be an array of another 16-bit type.
-using AnyUnit = unsigned short __attribute__((may_alias));
 
 /// One text of known length. It is read where it is: the argument, or this object, lives as long.
 class FieldText {

@@ -7,6 +7,7 @@
 
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 #include "Platform/Uc16/Uc16.h"
+#include "Platform/Uc16/UnitRun.h"
 
 namespace {
 
@@ -89,9 +90,8 @@ std::size_t NarrowToUnits(const char* text, std::size_t limit, unsigned short* u
 }  // namespace Uc16
 
 std::size_t uc16_wcstombs(char* bytes, const unsigned short* text, std::size_t size) {
-    constexpr unsigned short kNothing = 0;
     Converter converter(kUtf16, GetApplicationTextEncoding());
-    const std::size_t length = uc16_wcscspn(text, &kNothing);
+    const std::size_t length = Uc16::CountBefore<0>(text, {});
     std::size_t written = converter.Convert(text, length * sizeof(unsigned short), bytes, size).written;
     written += converter.Flush(bytes + written, size - written);
     if (written < size) {

@@ -1,10 +1,13 @@
-// Spans over sets of units, and copies. Sets of one and two units, which separate most texts, are plain
-// comparisons: a caller that cuts a text into short pieces pays for no table.
+// Spans over sets of units, and copies. The few units that separate most texts are compared with: a
+// caller that cuts a text into short pieces pays for no table.
 #include <array>
 #include <cstdint>
 #include <cstring>
 
 #include "Platform/Uc16/Uc16.h"
+#include "Platform/Uc16/UnitRun.h"
+
+using Uc16::CountBefore;
 
 namespace {
 
@@ -54,26 +57,23 @@ std::size_t uc16_wcsspn(const unsigned short* text, const unsigned short* set) {
     if (!IsListed(set, *text)) {
         return 0;
     }
-    const unsigned short first = set[0];
-    const unsigned short second = set[1];
-    if (second == 0) {
-        return Until(text, [=](unsigned short unit) { return unit != first; });
-    }
-    if (set[2] == 0) {
-        return Until(text, [=](unsigned short unit) { return unit != first && unit != second; });
+    if (set[1] == 0) {
+        return Until(text, [unit = *set](unsigned short other) { return other != unit; });
     }
     const SetMap map(set);
     return Until(text, [&](unsigned short unit) { return !map.Contains(unit); });
 }
 
 std::size_t uc16_wcscspn(const unsigned short* text, const unsigned short* set) {
-    const unsigned short first = set[0];
-    if (first == 0 || set[1] == 0) {
-        return Until(text, [=](unsigned short unit) { return unit == first || unit == 0; });
+    if (set[0] == 0 || set[1] == 0) {
+        return CountBefore<1>(text, {set[0]});
     }
-    const unsigned short second = set[1];
     if (set[2] == 0) {
-        return Until(text, [=](unsigned short unit) { return unit == first || unit == second || unit == 0; });
+        return CountBefore<2>(text, {set[0], set[1]});
+    }
+    if (set[3] == 0 || set[4] == 0) {
+        // Of three, one is asked for twice.
+        return CountBefore<4>(text, {set[0], set[1], set[2], set[3] != 0 ? set[3] : set[2]});
     }
     const SetMap map(set);
     return Until(text, [&](unsigned short unit) { return unit == 0 || map.Contains(unit); });

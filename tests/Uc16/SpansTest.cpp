@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -14,22 +16,43 @@ TEST(Spans, EndWhereTheStandardLibraryFindsTheEnd) {
     const std::u16string alphabet = u"aabc,; \tz\u012C\u022C\u0161\xD800";
     std::mt19937 random(1);
     const auto text = [&](std::size_t longest) {
-        std::u16string units(random() % (longest + 1), u'\0');
-        std::generate(units.begin(), units.end(), [&] { return alphabet[random() % alphabet.size()]; });
+        // Now and then a long run before anything that could end it.
+        const std::size_t run = random() % 4 == 0 ? random() % (2 * longest) : 0;
+        std::u16string units(run + random() % (longest + 1), u'a');
+        std::generate(units.begin() + static_cast<std::ptrdiff_t>(run), units.end(),
+                      [&] { return alphabet[random() % alphabet.size()]; });
         return units;
     };
     for (int round = 0; round < 20000; ++round) {
         const std::u16string units = text(30);
         const std::u16string set = text(7);
-        const Units::Exact exact(units);
         const Units::Exact exactSet(set);
+        const std::size_t shift = random() % 8;
+        const Units::Exact block(std::u16string(shift, u'a') + units);
+        const unsigned short* const exact = block.Get() + shift;
         const std::size_t included = std::min(units.find_first_not_of(set), units.size());
         const std::size_t excluded = std::min(units.find_first_of(set), units.size());
-        ASSERT_EQ(uc16_wcsspn(exact.Get(), exactSet.Get()), included);
-        ASSERT_EQ(uc16_wcscspn(exact.Get(), exactSet.Get()), excluded);
-        ASSERT_EQ(uc16_wcspbrk(exact.Get(), exactSet.Get()),
-                  excluded < units.size() ? exact.Get() + excluded : nullptr);
+        ASSERT_EQ(uc16_wcsspn(exact, exactSet.Get()), included);
+        ASSERT_EQ(uc16_wcscspn(exact, exactSet.Get()), excluded);
+        ASSERT_EQ(uc16_wcspbrk(exact, exactSet.Get()), excluded < units.size() ? exact + excluded : nullptr);
     }
+}
+
+TEST(Spans, ReadNoPageBehindTheText) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    void* const pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(pages, MAP_FAILED);
+    auto* const end = static_cast<unsigned short*>(pages) + page / sizeof(unsigned short);
+    ASSERT_EQ(mprotect(end, page, PROT_NONE), 0);
+    for (std::size_t length = 0; length < 100; ++length) {
+        unsigned short* const text = end - length - 1;
+        std::fill(text, end - 1, 'a');
+        for (const char16_t* const set : {u"", u",", u",;", u",;:.!"}) {
+            EXPECT_EQ(uc16_wcscspn(text, Units::Exact(set).Get()), length);
+        }
+        EXPECT_EQ(uc16_wcsspn(text, Units::Exact(u"ab").Get()), length);
+    }
+    munmap(pages, 2 * page);
 }
 
 TEST(Copies, CopyUnitsAndNothingElse) {
