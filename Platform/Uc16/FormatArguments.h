@@ -45,6 +45,7 @@ private:
     enum class Manner : std::uint8_t { kUndecided, kInOrder, kByPosition };
     static constexpr int kMostPositions = 64;
 
+    // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): it does not see the constructor's va_copy.
     void Next(ArgumentKind kind, Argument& argument) {
         switch (kind) {
             case ArgumentKind::kInt64:
@@ -64,6 +65,7 @@ private:
                 break;
         }
     }
+    // NOLINTEND(clang-analyzer-valist.Uninitialized)
     bool TakeSeveral(Conversion& conversion, Argument& argument, const unsigned short* rest);
     [[nodiscard]] bool Has(int position, ArgumentKind kind) const;
     void NoteKind(int position, ArgumentKind kind);

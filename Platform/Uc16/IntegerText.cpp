@@ -20,12 +20,12 @@ constexpr std::array<char, 200> kPairs = [] {
 template <class Number>
 char* WriteDecimal(char* end, Number value) {
     for (; value >= 100; value /= 100) {
-        const char* const pair = &kPairs[static_cast<std::size_t>(value % 100 * 2)];
+        const char* const pair = &kPairs[static_cast<std::size_t>(value % 100) * 2];
         *--end = pair[1];
         *--end = pair[0];
     }
     if (value >= 10) {
-        *--end = kPairs[static_cast<std::size_t>(value * 2 + 1)];
+        *--end = kPairs[static_cast<std::size_t>(value) * 2 + 1];
         value /= 10;
     }
     if (value > 0) {

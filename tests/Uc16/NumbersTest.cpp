@@ -36,14 +36,14 @@ public:
         m_Stars.clear();
         m_Format = "[%";
         for (const char flag : std::string("-+ #0'")) {
-            m_Format += m_Random() % 4 == 0 ? std::string(1, flag) : "";
+            m_Format += Below(4) == 0 ? std::string(1, flag) : "";
         }
         AddMeasure(40);
-        if (m_Random() % 2 == 0) {
+        if (Below(2) == 0) {
             m_Format += '.';
             AddMeasure(30);
         }
-        switch (m_Random() % 8) {
+        switch (Below(8)) {
             case 0:
                 Finish("", "eEfFgGaA", Double());
                 break;
@@ -63,15 +63,16 @@ public:
     }
 
 private:
+    unsigned Below(std::size_t limit) { return static_cast<unsigned>(m_Random() % limit); }
     void AddMeasure(unsigned most) {
-        const auto value = static_cast<int>(m_Random() % (m_Random() % 50 == 0 ? 3000 : most));
-        switch (m_Random() % 3) {
+        const auto value = static_cast<int>(Below(Below(50) == 0 ? 3000 : most));
+        switch (Below(3)) {
             case 0:
                 m_Format += std::to_string(value);
                 break;
             case 1:
                 m_Format += '*';
-                m_Stars.push_back(m_Random() % 3 == 0 ? -value : value);
+                m_Stars.push_back(Below(3) == 0 ? -value : value);
                 break;
             default:
                 break;
@@ -80,14 +81,14 @@ private:
     std::int64_t Integer() {
         const std::array<std::int64_t, 8> edges{0, 1, -1, INT_MIN, INT_MAX, UINT_MAX, INT64_MIN, INT64_MAX};
         const auto bits = static_cast<std::int64_t>(m_Random());
-        return bits % 4 == 0 ? edges[m_Random() % edges.size()] : bits >> (m_Random() % 64);
+        return bits % 4 == 0 ? edges[Below(edges.size())] : bits >> Below(64);
     }
     double Double() {
         const std::array<double, 12> edges{0.0,     -0.0,    0.5,    2.5, 1e15,      999999.5,
                                            DBL_MAX, DBL_MIN, 5e-324, NAN, -HUGE_VAL, HUGE_VAL};
-        switch (m_Random() % 4) {
+        switch (Below(4)) {
             case 0:
-                return edges[m_Random() % edges.size()];
+                return edges[Below(edges.size())];
             case 1:
                 return static_cast<double>(Integer()) / 1024;
             case 2:
@@ -103,7 +104,7 @@ private:
 
     void FinishInteger() {
         const char* const letters = "diuoxX";
-        switch (m_Random() % 9) {
+        switch (Below(9)) {
             case 0:
                 return Finish("hh", letters, static_cast<int>(Integer()));
             case 1:
@@ -113,7 +114,7 @@ private:
             case 3:
                 return Finish("ll", letters, static_cast<long long>(Integer()));
             case 4:
-                return Finish(m_Random() % 2 == 0 ? "q" : "L", letters, static_cast<long long>(Integer()));
+                return Finish(Below(2) == 0 ? "q" : "L", letters, static_cast<long long>(Integer()));
             case 5:
                 return Finish("j", letters, static_cast<std::intmax_t>(Integer()));
             case 6:
@@ -127,7 +128,7 @@ private:
     template <class Value>
     void Finish(const char* length, const std::string& letters, Value value) {
         m_Format += length;
-        m_Format += letters[m_Random() % letters.size()];
+        m_Format += letters[Below(letters.size())];
         m_Format += ']';
         switch (m_Stars.size()) {
             case 0:
