@@ -3,6 +3,7 @@
 // counted uses them.
 #include "Allocations.h"
 
+#include <malloc.h>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -16,6 +17,11 @@ thread_local std::uint64_t allocationCount = 0;
 namespace Bench {
 
 std::uint64_t AllocationCount() noexcept { return allocationCount; }
+
+std::int64_t HeapBytes() noexcept {
+    const struct mallinfo2 heap = mallinfo2();
+    return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
+}
 
 }  // namespace Bench
 

@@ -30,15 +30,16 @@ inline std::vector<std::string>& GrowthNames() {
 /// How much of what a figure is told for there is in one iteration: calls, or elements.
 inline constexpr const char* kUnitsCounter = "units";
 inline constexpr const char* kAllocationsCounter = "allocations";
+inline constexpr const char* kKeptCounter = "kept bytes";
 
-enum class Count { Time, TimeAndAllocations };
+enum class Count { Time, TimeAndAllocations, TimeAndKeptBytes };
 
 /// Runs `call` over `inputs` as often as `state` asks. The result is destroyed within the clock:
 /// giving back what it holds belongs to what it costs.
 template <class Inputs, class Call>
-void Measure(benchmark::State& state, const Inputs& inputs, Call call, Count count) {
+void Measure(benchmark::State& state, Inputs& inputs, Call call, Count count) {
     const auto pass = [&] {
-        for (const auto& input : inputs) {
+        for (auto& input : inputs) {
             decltype(auto) result = call(input);
             benchmark::DoNotOptimize(result);
         }
@@ -54,13 +55,22 @@ void Measure(benchmark::State& state, const Inputs& inputs, Call call, Count cou
         pass();
         state.counters[kAllocationsCounter] = static_cast<double>(AllocationCount() - before) / calls;
     }
+    if (count == Count::TimeAndKeptBytes) {
+        const auto before = HeapBytes();
+        pass();
+        state.counters[kKeptCounter] = static_cast<double>(HeapBytes() - before) / calls;
+    }
 }
 
-/// Registers what `run` does with the measuring library's state as "family/case/subject".
+/// Registers what `run` does with the measuring library's state as "family/case/subject": as often as
+/// time asks for, or a fixed number of iterations where what it uses up has an end.
 template <class Run>
-void Register(const std::string& caseName, const std::string& subject, Run run) {
+void Register(const std::string& caseName, const std::string& subject, Run run, benchmark::IterationCount fixed = 0) {
     CaseNames().push_back(caseName + "/" + subject);
-    benchmark::RegisterBenchmark(CaseNames().back().c_str(), run);
+    auto* const registered = benchmark::RegisterBenchmark(CaseNames().back().c_str(), run);
+    if (fixed != 0) {
+        registered->Iterations(fixed);
+    }
 }
 
 /// Adds `caseName` ("family/case") for a subject that takes the inputs, texts mostly, as they are. They
@@ -76,15 +86,16 @@ void AddCase(const std::string& caseName, const std::string& subject, const std:
 /// the clock: the text in the subject's own string type, or an object to work on.
 template <class Input, class Prepare, class Call>
 void AddPreparedCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs,
-                     Prepare prepare, Call call, Count count = Count::Time) {
-    Register(caseName, subject, [&inputs, prepare, call, count](benchmark::State& state) {
+                     Prepare prepare, Call call, Count count = Count::Time, benchmark::IterationCount fixed = 0) {
+    const auto run = [&inputs, prepare, call, count](benchmark::State& state) {
         std::vector<decltype(prepare(inputs.front()))> prepared;
         prepared.reserve(inputs.size());
         for (const Input& input : inputs) {
             prepared.push_back(prepare(input));
         }
         Measure(state, prepared, call, count);
-    });
+    };
+    Register(caseName, subject, run, fixed);
 }
 
 /// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the

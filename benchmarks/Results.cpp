@@ -74,6 +74,9 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
         if (const auto found = run.counters.find(kAllocationsCounter); found != run.counters.end()) {
             m_Allocations[name] = found->second.value;
         }
+        if (const auto found = run.counters.find(kKeptCounter); found != run.counters.end()) {
+            m_KeptBytes[name] = found->second.value;
+        }
     }
 }
 
@@ -94,6 +97,9 @@ std::vector<CaseResult> Collector::Cases(const std::vector<std::string>& names) 
         figure.nanoseconds = Median(times->second);
         if (const auto found = m_Allocations.find(name); found != m_Allocations.end()) {
             figure.allocations = found->second;
+        }
+        if (const auto found = m_KeptBytes.find(name); found != m_KeptBytes.end()) {
+            figure.keptBytes = found->second;
         }
     }
     return cases;

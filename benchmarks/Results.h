@@ -15,6 +15,7 @@ namespace Bench {
 struct Figure {
     double nanoseconds = 0;  ///< A call or, in a growth case, an element; processor time.
     std::optional<double> allocations;
+    std::optional<double> keptBytes;  ///< A call; never given back.
 };
 
 /// A case with the figures of every subject that ran, or an operation with those of every size.
@@ -48,6 +49,7 @@ public:
 private:
     std::map<std::string, std::vector<double>> m_Times;
     std::map<std::string, double> m_Allocations;
+    std::map<std::string, double> m_KeptBytes;
 };
 
 /// The family's subjects that ran: the measured one, the floor, then the peers in the order of `names`.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string_view>
@@ -18,6 +19,7 @@ constexpr std::size_t kTimeWidth = 9;
 constexpr std::size_t kRatioWidth = 6;
 const std::string kDivider = " |";
 constexpr const char* kAllocationsRow = "  allocations a call";
+constexpr const char* kKeptRow = "  bytes kept a call";
 
 std::string Describe(const Verdict& verdict) {
     const Goal& goal = verdict.goal;
@@ -96,13 +98,15 @@ std::string TimesLine(const CaseResult& result, const Layout& layout) {
     return line;
 }
 
-std::string AllocationsLine(const CaseResult& result, const Layout& layout) {
-    std::string line = Left(kAllocationsRow, layout.nameWidth);
+/// What `quantity` says of each subject, under `name`.
+std::string CountsLine(const CaseResult& result, const Layout& layout, const char* name,
+                       std::optional<double> Figure::*quantity, int decimals) {
+    std::string line = Left(name, layout.nameWidth);
     for (const std::string& subject : layout.subjects) {
         const Figure* const figure = result.Find(subject);
-        const bool isCounted = figure != nullptr && figure->allocations;
+        const bool isCounted = figure != nullptr && figure->*quantity;
         const std::size_t width = Layout::TimeWidth(subject);
-        const std::string count = Right(isCounted ? Number(*figure->allocations, 3) : "", width);
+        const std::string count = Right(isCounted ? Number(*(figure->*quantity), decimals) : "", width);
         line += subject == kMeasured ? count : kDivider + count + Right("", kRatioWidth);
     }
     return line;
@@ -126,9 +130,9 @@ private:
     int m_Open = 0;
 };
 
-bool HasAllocations(const CaseResult& result) {
+bool Has(const CaseResult& result, std::optional<double> Figure::*quantity) {
     return std::any_of(result.figures.begin(), result.figures.end(),
-                       [](const auto& entry) { return entry.second.allocations.has_value(); });
+                       [quantity](const auto& entry) { return (entry.second.*quantity).has_value(); });
 }
 
 }  // namespace
@@ -143,8 +147,11 @@ void PrintTable(std::ostream& out, const Family& family, const std::vector<CaseR
     Tally tally;
     for (const CaseResult& result : cases) {
         std::vector<std::string> lines{TimesLine(result, layout)};
-        if (HasAllocations(result)) {
-            lines.push_back(AllocationsLine(result, layout));
+        if (Has(result, &Figure::allocations)) {
+            lines.push_back(CountsLine(result, layout, kAllocationsRow, &Figure::allocations, 3));
+        }
+        if (Has(result, &Figure::keptBytes)) {
+            lines.push_back(CountsLine(result, layout, kKeptRow, &Figure::keptBytes, 0));
         }
         const std::vector<Verdict> verdicts = Judge(result, cases, family.goals);
         lines.resize(std::max(lines.size(), verdicts.size()));
@@ -186,6 +193,9 @@ nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases
             }
             if (figure.allocations) {
                 cell["allocations"] = *figure.allocations;
+            }
+            if (figure.keptBytes) {
+                cell["kept_bytes"] = *figure.keptBytes;
             }
         }
         for (const Verdict& verdict : Judge(result, cases, family.goals)) {
