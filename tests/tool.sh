@@ -97,6 +97,30 @@ expect 0 '{"input":"a:b","text":"file:///a/b"}' "$lum" path --json --from mac a:
 expect 2 'lum: --to: foo not in {win,unix,mac} (lum --help tells more)' "$lum" path --to foo x
 expect 2 'lum: --set: no "=" in "k" (lum --help tells more)' "$lum" query x --set k
 
+convert() { printf "$3" | "$lum" convert --from "$1" --to "$2" | od -An -tx1 | tr -d ' \n'; return "${PIPESTATUS[1]}"; }
+expect 0 61c3a9e282ac convert utf-16be utf-8 '\0a\0\351\040\254'
+expect 1 'lum: byte 3: unmappable, not in latin1
+61e9' convert utf-8 latin1 'a\303\251\342\202\254z'
+expect 1 'lum: byte 1: malformed, not utf-8
+0061' convert utf-8 utf-16be 'a\377'
+expect 1 'lum: byte 1: incomplete, utf-8 ends within a character
+61' convert utf-8 latin1 'a\342\202'
+expect 2 'lum: no conversion from "utf-8" to "x\x1b"' "$lum" convert --from utf-8 --to $'x\x1b'
+expect 2 'lum: cannot open no/such: No such file or directory' "$lum" convert --from utf-8 --to utf-16 no/such
+expect 2 'lum: cannot read /: Is a directory' "$lum" convert --from utf-8 --to utf-16 /
+expect 0 '0x00000201  iso-8859-1 latin1' bash -c "'$lum' encodings | sed -nE '/iso-8859-1 /s/  +/ /g;s/^(0x00000201) (iso-8859-1).* (latin1) .*/\1  \2 \3/p'"
+expect 0 '1' bash -c "'$lum' encodings --json | grep -c '{\"name\":\"utf-8\",\"number\":134217984,\"aliases\":.*,\"convertible\":true}'"
+expect 0 'http://h/é%E9
+  valid             absolute, hierarchical
+  scheme            http
+  host              h
+  path              /éé
+  default port      80
+  text              http://h/éé' "$lum" parse --encoding latin1 $'http://h/\xE9%E9'
+expect 1 '
+  not valid         neither host nor path' "$lum" parse --encoding latin1 ''
+expect 2 'lum: --encoding: no encoding "x" (lum --help tells more)' "$lum" parse --encoding x a
+
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'

@@ -16,5 +16,7 @@ void AddParent(CLI::App& app, int& status);
 void AddName(CLI::App& app, int& status);
 void AddQuery(CLI::App& app, int& status);
 void AddPath(CLI::App& app, int& status);
+void AddConvert(CLI::App& app, int& status);
+void AddEncodings(CLI::App& app, int& status);
 
 }  // namespace Tool

@@ -11,35 +11,14 @@
 
 #include <unistd.h>
 
+#include "tools/lum/Progress.h"
+
 namespace Tool {
 namespace {
 
 [[noreturn]] void Fail(const char* what, int error) {
     throw std::runtime_error(std::string(what) + ": " + std::strerror(error));
 }
-
-/// "12000 lines" on standard error, overwritten as it grows and gone at the end.
-class Progress {
-public:
-    Progress() : m_Shown(isatty(STDERR_FILENO) != 0 && isatty(STDOUT_FILENO) == 0 && isatty(STDIN_FILENO) == 0) {}
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-    ~Progress() {
-        if (m_Shown && m_Lines >= kEvery) {
-            std::fputs("\r\033[K", stderr);
-        }
-    }
-    void Step() {
-        if (++m_Lines % kEvery == 0 && m_Shown) {
-            std::fprintf(stderr, "\r%zu lines", m_Lines);
-        }
-    }
-
-private:
-    static constexpr std::size_t kEvery = 4000;
-    const bool m_Shown;
-    std::size_t m_Lines = 0;
-};
 
 struct LineBuffer {
     char* data = nullptr;
@@ -53,7 +32,7 @@ struct LineBuffer {
 }  // namespace
 
 void ForEachInputLine(const std::function<void(std::string_view)>& use) {
-    Progress progress;
+    Progress progress("lines", 1, 4000, isatty(STDIN_FILENO) != 0);
     LineBuffer buffer;
     for (;;) {
         errno = 0;
@@ -72,7 +51,7 @@ void ForEachInputLine(const std::function<void(std::string_view)>& use) {
             }
         }
         use(line);
-        progress.Step();
+        progress.Advance(1);
     }
 }
 
@@ -98,5 +77,7 @@ void FlushOutput() {
         Fail("cannot write standard output", errno);
     }
 }
+
+void WriteError(const std::string& message) { std::fprintf(stderr, "lum: %s\n", message.c_str()); }
 
 }  // namespace Tool

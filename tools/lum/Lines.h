@@ -21,4 +21,7 @@ void WriteText(std::string_view text);
 void WriteLine(const std::string& text);
 void FlushOutput();
 
+/// Writes a line about what went wrong to standard error.
+void WriteError(const std::string& message);
+
 }  // namespace Tool

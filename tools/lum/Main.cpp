@@ -17,7 +17,7 @@
 namespace {
 
 int Run(int argc, char** argv) {
-    CLI::App app{"Takes URIs apart and puts them together.", "lum"};
+    CLI::App app{"Takes URIs apart and puts them together, and converts texts.", "lum"};
     app.set_version_flag("--version", "lum " LUM_VERSION);
     app.require_subcommand(1);
     app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
@@ -27,8 +27,9 @@ int Run(int argc, char** argv) {
     });
 
     int status = 0;
-    for (const auto add : {Tool::AddParse, Tool::AddEscape, Tool::AddUnescape, Tool::AddResolve, Tool::AddRelative,
-                           Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery, Tool::AddPath}) {
+    for (const auto add :
+         {Tool::AddParse, Tool::AddEscape, Tool::AddUnescape, Tool::AddResolve, Tool::AddRelative, Tool::AddRelation,
+          Tool::AddParent, Tool::AddName, Tool::AddQuery, Tool::AddPath, Tool::AddConvert, Tool::AddEncodings}) {
         add(app, status);
     }
     try {
@@ -51,7 +52,7 @@ int main(int argc, char** argv) {
     try {
         return Run(argc, argv);
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "lum: %s\n", error.what());
+        Tool::WriteError(error.what());
         return 2;
     }
 }

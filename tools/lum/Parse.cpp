@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include <Lum/Transcoder.h>
 #include <Lum/URI.h>
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
@@ -63,8 +64,29 @@ constexpr std::string_view Describe(Lum::URIProblemCode code) {
     return "not valid";
 }
 
-void WriteAsJson(std::string_view text) {
-    const ParsedURI uri{std::string(text)};
+/// A text as it came, read: in UTF-8 and as a URI.
+struct Reading {
+    /// With an encoding the text and its escapes are bytes of it; without, they are UTF-8.
+    Reading(std::string_view input, const std::string& encoding) : text(input) {
+        if (encoding.empty()) {
+            uri = URI::StringProxy(input);
+        } else {
+            uri.FromEncodedString(input, encoding);
+            text = Lum::Transcoder::EncodingToUTF8(text, encoding);
+        }
+        problem = Lum::ExplainURI(text);
+    }
+    /// Reading it in an encoding refuses more: a URI without host and path.
+    [[nodiscard]] bool IsValid() const { return problem.code == Lum::URIProblemCode::kValid && uri.IsValidURI(); }
+
+    using URI = Lum::URI;
+    std::string text;
+    ParsedURI uri;
+    Lum::URIProblem problem{};
+};
+
+void WriteAsJson(const Reading& reading) {
+    const auto& [text, uri, problem] = reading;
     nlohmann::ordered_json object{
         {"input", text},
         {"valid", uri.IsValidURI()},
@@ -75,23 +97,26 @@ void WriteAsJson(std::string_view text) {
         object[std::string(component.name)] = std::move(component.stored);
     }
     object["text"] = uri.ToString(false);
-    if (const Lum::URIProblem problem = Lum::ExplainURI(text); problem.code != Lum::URIProblemCode::kValid) {
+    if (problem.code != Lum::URIProblemCode::kValid) {
         object["reason"] = Describe(problem.code);
         object["offset"] = problem.offset;
     }
     WriteJson(object);
 }
 
-std::string Table(std::string_view text) {
-    const ParsedURI uri{std::string(text)};
+std::string Table(const Reading& reading) {
+    const auto& [text, uri, problem] = reading;
     std::string table = Printable(text) + '\n';
-    if (const Lum::URIProblem problem = Lum::ExplainURI(text); problem.code != Lum::URIProblemCode::kValid) {
+    if (problem.code != Lum::URIProblemCode::kValid) {
         const std::size_t width = Columns(Printable(text.substr(problem.offset, problem.length)));
         table.append(Columns(Printable(text.substr(0, problem.offset))), ' ');
         table.append(std::max<std::size_t>(width, 1), '^');
         table += '\n';
         table += Row("not valid", Describe(problem.code));
         return table;
+    }
+    if (!reading.IsValid()) {
+        return table + Row("not valid", "neither host nor path");
     }
     table += Row("valid", std::string(uri.IsRelative() ? "relative" : "absolute") +
                               (uri.IsHierarchical() ? ", hierarchical" : ", non-hierarchical"));
@@ -124,21 +149,28 @@ void AddParse(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("parse", "Show the components of URIs, and why a text is not valid");
     struct Options {
         bool json = false;
+        std::string encoding;
         std::vector<std::string> uris;
     };
     const auto options = std::make_shared<Options>();
     command->add_flag("--json", options->json, "Print one JSON object a line");
+    AddText(*command, "--encoding", options->encoding, "The encoding of the texts and of what their escapes stand for")
+        ->option_text("ENC")
+        ->check([](const std::string& name) {
+            return Lum::EncodingToCharSetID(name) == 0xFFFF ? "no encoding \"" + name + '"' : std::string();
+        });
     AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
     command->callback([options, &status] {
         bool isFirst = true;
         const auto show = [&](std::string_view text) {
+            const Reading reading(text, options->encoding);
             if (options->json) {
-                WriteAsJson(text);
+                WriteAsJson(reading);
             } else {
-                WriteText((isFirst ? "" : "\n") + Table(text));
+                WriteText((isFirst ? "" : "\n") + Table(reading));
             }
             isFirst = false;
-            status |= Lum::ExplainURI(text).code == Lum::URIProblemCode::kValid ? 0 : 1;
+            status |= reading.IsValid() ? 0 : 1;
         };
         ForEachText(options->uris, show);
     });

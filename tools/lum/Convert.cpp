@@ -1,0 +1,148 @@
+// lum convert: a text from one encoding to another, block by block.
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <Lum/Transcoder.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Display.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Progress.h"
+
+namespace Tool {
+namespace {
+
+struct Options {
+    std::string from;
+    std::string to;
+    std::string file;
+};
+
+/// A file, or standard input where none is named, in whatever pieces it comes.
+class Source {
+public:
+    explicit Source(const std::string& file)
+        : m_Name(file.empty() ? "standard input" : Printable(file)),
+          m_Descriptor(file.empty() ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+        if (m_Descriptor < 0) {
+            Fail("open");
+        }
+    }
+    Source(const Source&) = delete;
+    Source& operator=(const Source&) = delete;
+    ~Source() { close(m_Descriptor); }
+
+    [[nodiscard]] bool IsTerminal() const { return isatty(m_Descriptor) != 0; }
+    /// How many bytes came; 0 at the end.
+    std::size_t Read(char* to, std::size_t size) {
+        for (;;) {
+            const ssize_t got = read(m_Descriptor, to, size);
+            if (got >= 0) {
+                return static_cast<std::size_t>(got);
+            }
+            if (errno != EINTR) {
+                Fail("read");
+            }
+        }
+    }
+
+private:
+    [[noreturn]] void Fail(const char* what) const {
+        throw std::runtime_error(std::string("cannot ") + what + ' ' + m_Name + ": " + std::strerror(errno));
+    }
+
+    const std::string m_Name;
+    const int m_Descriptor;
+};
+
+struct Failure {
+    Lum::ConversionStatus status = Lum::ConversionStatus::kDone;
+    std::uint64_t offset = 0;
+};
+
+/// Converts all of `source`, or up to what cannot be converted.
+Failure Convert(Source& source, Lum::StreamConverter& converter) {
+    using Lum::ConversionStatus;
+    Progress progress("MB", 1000000, 10, source.IsTerminal());
+    std::array<char, 65536> input;
+    std::array<char, 65536> output;
+    std::size_t held = 0;
+    std::uint64_t offset = 0;
+    const auto take = [&](const Lum::ConversionResult& result) {
+        WriteText({output.data(), result.written});
+        // What was not read comes first in the next block.
+        std::memmove(input.data(), input.data() + result.read, held - result.read);
+        held -= result.read;
+        offset += result.read;
+        progress.Advance(result.read);
+        return result.status;
+    };
+    for (;;) {
+        const std::size_t got = source.Read(input.data() + held, input.size() - held);
+        held += got;
+        ConversionStatus status = ConversionStatus::kOutputFull;
+        while (status == ConversionStatus::kOutputFull) {
+            status = take(converter.Convert({input.data(), held}, output));
+        }
+        const bool wantsMore = status == ConversionStatus::kDone || status == ConversionStatus::kIncomplete;
+        if (!wantsMore || (got == 0 && status == ConversionStatus::kIncomplete)) {
+            return {status, offset};
+        }
+        if (got == 0) {
+            return {take(converter.Finish(output)), offset};
+        }
+        FlushOutput();
+    }
+}
+
+/// What is wrong, in a word and an explanation; "" where nothing is.
+std::string Describe(Lum::ConversionStatus status, const Options& options) {
+    switch (status) {
+        case Lum::ConversionStatus::kMalformed:
+            return "malformed, not " + options.from;
+        case Lum::ConversionStatus::kIncomplete:
+            return "incomplete, " + options.from + " ends within a character";
+        case Lum::ConversionStatus::kUnmappable:
+            return "unmappable, not in " + options.to;
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+void AddConvert(CLI::App& app, int& status) {
+    auto* command = app.add_subcommand("convert", "Convert a text from one encoding to another");
+    const auto options = std::make_shared<Options>();
+    AddText(*command, "--from", options->from, "The encoding of the text")->required()->option_text("ENC");
+    AddText(*command, "--to", options->to, "The encoding of the result")->required()->option_text("ENC");
+    AddText(*command, "FILE", options->file, "The file with the text; without it, standard input");
+    command->callback([options, &status] {
+        Lum::StreamConverter converter(options->from, options->to);
+        if (converter.Convert({}, {}).status == Lum::ConversionStatus::kNoSuchEncoding) {
+            throw std::runtime_error("no conversion from \"" + Printable(options->from) + "\" to \"" +
+                                     Printable(options->to) + '"');
+        }
+        Source source(options->file);
+        const Failure failure = Convert(source, converter);
+        if (const std::string what = Describe(failure.status, *options); !what.empty()) {
+            FlushOutput();
+            WriteError("byte " + std::to_string(failure.offset) + ": " + Printable(what));
+            status = 1;
+        }
+    });
+}
+
+}  // namespace Tool
