@@ -20,6 +20,7 @@ set(LUM_SOURCES
     Platform/Script/Script.cpp
     Platform/TextEncoding/ApplicationEncoding.cpp
     Platform/TextEncoding/EncodingNames.cpp
+    Platform/TextEncoding/IcuConverter.cpp
     Platform/TextEncoding/OwnConverters.cpp
     Platform/TextEncoding/ScriptEncodings.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
@@ -71,6 +72,7 @@ if(NOT LUM_NO_POOLS)
 endif()
 
 include(GNUInstallDirs)
+find_package(ICU REQUIRED COMPONENTS uc data)
 
 # lum_add_library(<target> [STATIC]): the tests build the static form beside the shared one.
 function(lum_add_library target)
@@ -90,6 +92,8 @@ function(lum_add_library target)
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
+    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS})
+    target_link_libraries(${target} PRIVATE ICU::uc ICU::data)
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     lum_set_warnings(${target})

@@ -4,6 +4,8 @@
 #include <memory>
 
 #include "Platform/TextEncoding/Converter.h"
+#include "Platform/TextEncoding/EncodingNames.h"
+#include "Platform/TextEncoding/IcuConverter.h"
 #include "Platform/TextEncoding/OwnConverters.h"
 
 namespace {
@@ -14,13 +16,25 @@ using TextConversion::Progress;
 constexpr TextEncoding WithoutVersion(TextEncoding encoding) { return encoding & 0x3FFFFFFF; }
 
 std::unique_ptr<TextConversion::Converter> MakeConverter(TextEncoding from, TextEncoding to) {
-    return TextConversion::MakeOwnConverter(WithoutVersion(from), WithoutVersion(to));
+    if (auto own = TextConversion::MakeOwnConverter(from, to)) {
+        return own;
+    }
+    const bool isToUtf16 = to == kTextEncodingUnicodeDefault;
+    if (!isToUtf16 && from != kTextEncodingUnicodeDefault) {
+        return nullptr;
+    }
+    const TextConversion::EncodingRow* const other = TextConversion::FindEncoding(isToUtf16 ? from : to);
+    if (other == nullptr || other->converter.empty()) {
+        return nullptr;
+    }
+    return isToUtf16 ? TextConversion::MakeIcuToUtf16(other->converter)
+                     : TextConversion::MakeIcuFromUtf16(other->converter);
 }
 
 }  // namespace
 
 OSStatus TECCreateConverter(TECObjectRef* converter, TextEncoding from, TextEncoding to) {
-    *converter = MakeConverter(from, to).release();
+    *converter = MakeConverter(WithoutVersion(from), WithoutVersion(to)).release();
     return *converter != nullptr ? noErr : kTECNoConversionPathErr;
 }
 

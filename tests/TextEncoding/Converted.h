@@ -33,8 +33,8 @@ struct Bytes {
 
 /// Converts `input` with `room` bytes of output for each call, showing the converter `step` bytes more
 /// whenever it has come to the end of what it has seen; a text that ends well is flushed.
-inline Bytes Run(TECObjectRef converter, std::string_view input, std::size_t room = 4096,
-                 std::size_t step = std::string_view::npos) {
+inline Bytes RunAll(TECObjectRef converter, std::string_view input, std::size_t room = 4096,
+                    std::size_t step = std::string_view::npos) {
     Bytes result;
     std::size_t shown = std::min(step, input.size());
     const std::unique_ptr<unsigned char[]> output(new unsigned char[room]);
@@ -84,10 +84,12 @@ inline std::string_view AsBytes(std::u16string_view units) {
 }
 
 inline Units ToUtf16(TextEncoding from, std::string_view text) {
-    const Bytes bytes = Run(Make(from, kUtf16).get(), text);
+    const Bytes bytes = RunAll(Make(from, kUtf16).get(), text);
     return {bytes.status, bytes.read, AsUnits(bytes.text)};
 }
 
-inline Bytes FromUtf16(TextEncoding to, std::u16string_view text) { return Run(Make(kUtf16, to).get(), AsBytes(text)); }
+inline Bytes FromUtf16(TextEncoding to, std::u16string_view text) {
+    return RunAll(Make(kUtf16, to).get(), AsBytes(text));
+}
 
 }  // namespace Converted

@@ -19,7 +19,7 @@ PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name lum.pc)")
 export PKG_CONFIG_PATH
 # shellcheck disable=SC2046,SC2086
 "$compiler" $flags -std=c++20 "$here/consumer.cpp" -o "$work/consumer" $(pkg-config --cflags --libs lum)
-LD_LIBRARY_PATH=$(pkg-config --variable=libdir lum) "$work/consumer"
+LD_LIBRARY_PATH=$(pkg-config --variable=libdir lum):${LD_LIBRARY_PATH-} "$work/consumer"
 
 configure -S "$here" -B "$work/added" -DLUM_SOURCE="$source"
 cmake --build "$work/added" > "$work/log" || cat "$work/log"
