@@ -140,8 +140,9 @@ Progress IcuConverter<Direction>::Flush(Output output) {
     // no header either.
     if (m_Seen != 0) {
         m_OwedFirst = m_OwedReady = m_OwedSize = 0;
-        RunToOwed({}, true);
-        const std::size_t size = m_OwedSize;
+        const Units ending = Direction::Ending(m_Handle.get());
+        RunToOwed(ending, true);
+        const std::size_t size = m_OwedSize - ending.size();
         Clear();
         m_OwedReady = m_OwedSize = size;
         std::fill_n(m_OwedPlaces.begin(), size, 0);

@@ -65,6 +65,8 @@ struct IcuToUtf16 {
         const auto plus = std::find(units.begin(), units.end(), '+');
         return {units.begin(), plus == units.end() ? plus : plus + 1};
     }
+    /// What to convert behind the end of a text, without keeping what becomes of it.
+    static std::span<const From> Ending(const UConverter* /*converter*/) { return {}; }
     /// Whether a character begins with the unit at `written`, which is not the first.
     static bool BeginsCharacter(const To* written, std::span<const From> /*units*/, std::int32_t /*offset*/) {
         return !IsTrailSurrogate(written[0]) || !IsLeadSurrogate(written[-1]);
@@ -80,8 +82,10 @@ struct IcuToUtf16 {
     /// How much ICU has taken of an element whose end it has not seen.
     static std::size_t Held(const UConverter* converter) {
         if (ucnv_getType(converter) == UCNV_HZ) {
-            // Not counted there, but half an element swallows or refuses the line's end.
-            return Try(converter, "\n", false) == 1 ? 0 : 1;
+            // Not counted there. Between two elements "~}" writes nothing, even where it is out of place.
+            const Trial trial = Try(converter, "~}", false);
+            return trial.written == 0 && (U_SUCCESS(trial.error) != 0 || trial.error == U_ILLEGAL_ESCAPE_SEQUENCE) ? 0
+                                                                                                                   : 1;
         }
         UErrorCode error = U_ZERO_ERROR;
         return static_cast<std::size_t>(ucnv_toUCountPending(converter, &error));
@@ -89,12 +93,16 @@ struct IcuToUtf16 {
     /// Whether a text may end where ICU is, though it holds something: in UTF-7 the last byte of a
     /// character holds the first bits of what follows.
     static bool MayEnd(const UConverter* converter) {
-        return ucnv_getType(converter) == UCNV_UTF7 && Try(converter, "", true) >= 0;
+        return ucnv_getType(converter) == UCNV_UTF7 && U_SUCCESS(Try(converter, "", true).error) != 0;
     }
 
 private:
-    /// How many units a copy of the converter makes of more bytes, or -1 if it refuses them.
-    static std::ptrdiff_t Try(const UConverter* converter, std::string_view bytes, bool isEnd) {
+    struct Trial {
+        UErrorCode error;
+        std::size_t written;
+    };
+    /// What a copy of the converter makes of more bytes.
+    static Trial Try(const UConverter* converter, std::string_view bytes, bool isEnd) {
         UErrorCode error = U_ZERO_ERROR;
         const IcuHandle copy(ucnv_clone(converter, &error));
         if (U_FAILURE(error) != 0) {
@@ -105,7 +113,7 @@ private:
         Run run{from, from + bytes.size(), units.data(), units.data() + units.size(), nullptr};
         error = U_ZERO_ERROR;
         Convert(copy.get(), run, isEnd, error);
-        return U_SUCCESS(error) != 0 ? run.to - units.data() : -1;
+        return {error, static_cast<std::size_t>(run.to - units.data())};
     }
 };
 
@@ -156,6 +164,10 @@ struct IcuFromUtf16 {
             i += IsLeadSurrogate(units[i]) ? 2 : 1;
         }
         return units.first(i);
+    }
+    /// ICU forgets to leave the two-byte state at the end of HZ, but not at a line's.
+    static std::span<const From> Ending(const UConverter* converter) {
+        return {u"\n", ucnv_getType(converter) == UCNV_HZ ? std::size_t{1} : 0};
     }
     static bool BeginsCharacter(const To* /*written*/, std::span<const From> units, std::int32_t offset) {
         return offset < 0 || !IsTrailSurrogate(units[static_cast<std::size_t>(offset)]);
