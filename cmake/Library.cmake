@@ -3,12 +3,18 @@ set(LUM_SOURCES
     Mac/FileSystemPaths.cpp
     Mac/TextConverter.cpp
     Mac/TextEncodings.cpp
+    Platform/CoreFoundation/BinaryListCheck.cpp
     Platform/CoreFoundation/CFArray.cpp
     Platform/CoreFoundation/CFBase.cpp
+    Platform/CoreFoundation/CFBundle.cpp
     Platform/CoreFoundation/CFString.cpp
     Platform/CoreFoundation/CFStringBytes.cpp
     Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
+    Platform/CoreFoundation/PropertyListTable.cpp
+    Platform/CoreFoundation/StringTable.cpp
+    Platform/CoreFoundation/TextTable.cpp
+    Platform/CoreFoundation/XmlListCheck.cpp
     Platform/Resources/DiskFile.cpp
     Platform/Resources/Handles.cpp
     Platform/Resources/LayoutReader.cpp
@@ -73,6 +79,7 @@ endif()
 
 include(GNUInstallDirs)
 find_package(ICU REQUIRED COMPONENTS uc data)
+find_library(LUM_LIBPLIST plist-2.0 REQUIRED)
 
 # lum_add_library(<target> [STATIC]): the tests build the static form beside the shared one.
 function(lum_add_library target)
@@ -94,6 +101,7 @@ function(lum_add_library target)
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS})
     target_link_libraries(${target} PRIVATE ICU::uc ICU::data)
+    target_link_libraries(${target} PRIVATE "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     lum_set_warnings(${target})

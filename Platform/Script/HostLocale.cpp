@@ -1,6 +1,7 @@
 // Reads locale names (POSIX.1-2017, 8.2) and keeps the one in force.
 #include "Platform/Script/HostLocale.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <string>
 
@@ -36,6 +37,14 @@ std::string_view CutAt(std::string_view& name, char mark) {
     return behind;
 }
 
+/// Names become names of folders, so nothing that leads elsewhere counts.
+std::string PlainName(std::string_view name) {
+    const bool isPlain = std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    });
+    return std::string(isPlain ? name : std::string_view());
+}
+
 TextEncoding CodeSetNamed(std::string_view name) {
     const TextEncoding encoding = TextConversion::EncodingOfCodeSet(name);
     return encoding == TextConversion::kUnknownEncoding ? kUtf8 : encoding;
@@ -64,12 +73,15 @@ Locale Read(std::string_view posixName) {
     CutAt(posixName, '@');
     const TextEncoding codeSet = CodeSetNamed(CutAt(posixName, '.'));
     const std::string_view territory = CutAt(posixName, '_');
+    const bool isLanguage = posixName != "C" && posixName != "POSIX";
+    Locale locale{smRoman, codeSet, isLanguage ? PlainName(posixName) : std::string(), PlainName(territory)};
     for (const LocaleScript& row : kScripts) {
         if (row.language == posixName && (row.territory.empty() || row.territory == territory)) {
-            return {row.script, codeSet};
+            locale.script = row.script;
+            break;
         }
     }
-    return {smRoman, codeSet};
+    return locale;
 }
 
 const Locale& Current() { return Stored(); }

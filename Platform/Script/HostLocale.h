@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "Platform/Script/Script.h"
@@ -12,6 +13,8 @@ struct Locale {
     ScriptCode script;
     /// The TextEncoding of the code set: UTF-8 for "C", for none, and for one that is not known.
     std::uint32_t codeSet;
+    /// "ja" and "JP"; empty for "C", for none, and for what is not letters and digits.
+    std::string language{}, territory{};
 };
 
 /// Reads a name LANGUAGE[_TERRITORY][.CODESET][@MODIFIER]; languages other than Japanese, Korean and

@@ -28,6 +28,15 @@ LUM_API void SetApplicationTextEncoding(std::uint32_t textEncoding);
 /// and holds neither ":" nor NUL; with any other, paths of that volume are not read back.
 LUM_API void SetStartupVolumeName(const std::string& utf8);
 
+/// Names the folder whose tables of localised strings, TABLE.strings, the main bundle answers from; the
+/// executable's folder without a call. In its "Resources", or in itself where there is none, a table is
+/// looked for in ll_CC.lproj and ll.lproj of the locale, en.lproj, Base.lproj, and beside them: the first
+/// one that is there and reads as a table counts. Tables are read once; a call makes them be read again.
+LUM_API void SetMainBundle(const std::filesystem::path& directory);
+/// Tells a developer why a table of the main bundle, "Localizable" for "", is not found: a line for each
+/// file that is passed over, with the place and what is wrong there. Empty if all is well. Reads anew.
+[[nodiscard]] LUM_API std::string ExplainStringTable(const std::string& name);
+
 /// Opens a resource file and puts it in front of the search order; a writable one that is not there is
 /// made. Returns a reference number above 0, or -1, with nothing changed, if the file cannot be opened or
 /// made, does not hold together (ExplainResourceFile tells why), or is to be writable and is so already.

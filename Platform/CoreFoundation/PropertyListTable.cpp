@@ -1,0 +1,78 @@
+// Reads tables that are property lists, with libplist. It takes a list for what it says it is: shared
+// parts are written out as often as they are referred to, and nested ones followed as deep as they go. A
+// list is therefore looked through before: nothing but one dictionary of strings gets that far.
+#include <plist/plist.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "Platform/CoreFoundation/BinaryListCheck.h"
+#include "Platform/CoreFoundation/StringTable.h"
+#include "Platform/CoreFoundation/XmlListCheck.h"
+
+namespace CoreFoundation {
+namespace {
+
+struct FreePlist {
+    void operator()(void* node) const noexcept { plist_free(node); }
+};
+struct FreeMemory {
+    void operator()(void* memory) const noexcept { std::free(memory); }
+};
+template <typename T>
+using OwnedMemory = std::unique_ptr<T, FreeMemory>;
+
+using ReadPlist = void (*)(const char* bytes, std::uint32_t size, plist_t* plist);
+
+/// False if a text is not valid.
+bool AddEntries(plist_t dictionary, StringTable& table) {
+    plist_dict_iter rawIterator = nullptr;
+    plist_dict_new_iter(dictionary, &rawIterator);
+    const OwnedMemory<void> iterator(rawIterator);
+    for (;;) {
+        char* rawKey = nullptr;
+        plist_t node = nullptr;
+        plist_dict_next_item(dictionary, iterator.get(), &rawKey, &node);
+        const OwnedMemory<char> key(rawKey);
+        if (node == nullptr) {
+            return true;
+        }
+        std::uint64_t size = 0;
+        const char* const text = plist_get_string_ptr(node, &size);
+        if (key == nullptr || text == nullptr) {
+            return false;
+        }
+        const auto keyUnits = DecodeUtf8(key.get());
+        const auto units = DecodeUtf8({text, static_cast<std::size_t>(size)});
+        if (!keyUnits || !units) {
+            return false;
+        }
+        table.Add(*keyUnits, *units);
+    }
+}
+
+std::string ReadChecked(ReadPlist read, std::string_view bytes, StringTable& table) {
+    plist_t raw = nullptr;
+    read(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &raw);
+    const std::unique_ptr<void, FreePlist> list(raw);
+    if (list == nullptr || plist_get_node_type(list.get()) != PLIST_DICT) {
+        return "a property list that cannot be read";
+    }
+    return AddEntries(list.get(), table) ? "" : "a string of the property list is not valid text";
+}
+
+}  // namespace
+
+std::string ReadXmlTable(std::string_view bytes, StringTable& table) {
+    const std::string problem = CheckXmlList(bytes);
+    return problem.empty() ? ReadChecked(plist_from_xml, bytes, table) : problem;
+}
+
+std::string ReadBinaryTable(std::string_view bytes, StringTable& table) {
+    const char* const problem = CheckBinaryList(bytes);
+    return problem == nullptr ? ReadChecked(plist_from_bin, bytes, table) : problem;
+}
+
+}  // namespace CoreFoundation
