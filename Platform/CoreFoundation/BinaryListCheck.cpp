@@ -93,7 +93,7 @@ private:
         return true;
     }
 
-    const char* CheckPairs(const Object& dictionary) const {
+    [[nodiscard]] const char* CheckPairs(const Object& dictionary) const {
         const std::uint64_t size = m_Bytes.size();
         if (dictionary.count > size / kLeastBytesPerPair ||
             !IsInside(dictionary.content, 2 * dictionary.count * m_ReferenceSize)) {
