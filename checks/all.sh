@@ -62,7 +62,7 @@ check "fuzz targets, briefly" fuzz_briefly
 check "clang-tidy" tidy
 check "the other native path styles: their tests" native_paths
 check "the API's pages build" docs
-check "ICU for 32 bits is unpacked" checks/icu32.sh
+check "libraries for 32 bits are unpacked" checks/libraries32.sh
 check "32 bits, g++: all tests" build_and_test m32
 check "32 bits, clang++: no warning" clang32
 exit $failed

@@ -99,9 +99,8 @@ function(lum_add_library target)
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
-    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS})
-    target_link_libraries(${target} PRIVATE ICU::uc ICU::data)
-    target_link_libraries(${target} PRIVATE "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
+    target_link_libraries(
+        ${target} PRIVATE ICU::uc ICU::data "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     lum_set_warnings(${target})
