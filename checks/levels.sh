@@ -11,6 +11,7 @@ Platform|Platform Platform/Uc16 include
 Platform/Uc16|Platform Platform/Uc16
 Mac|Mac Platform
 Source/Mutex|Source/Mutex include
+Source/TimeStamp|Source/TimeStamp Source/Base include
 Source/Transcoder|Source/Transcoder Source/Base Mac include
 Source/URI|Source/URI Source/Base Mac include
 cstring|cstring Source/Base Platform/Uc16 include

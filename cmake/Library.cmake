@@ -46,6 +46,7 @@ set(LUM_SOURCES
     Source/Transcoder/EncodingList.cpp
     Source/Transcoder/StreamConverter.cpp
     Source/Transcoder/Transcoder.cpp
+    Source/TimeStamp/TimeStamp.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp
