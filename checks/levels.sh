@@ -25,7 +25,7 @@ include/Lum|include
 '
 # The files of cstring that know the host's services are a room of their own, above the others.
 room_of() { case $1 in
-    cstring/Conversions* | cstring/IntlInfo* | cstring/StringResources*) echo cstring/host ;;
+    cstring/Conversions* | cstring/HostStrings* | cstring/IntlInfo* | cstring/Names* | cstring/StringResources*) echo cstring/host ;;
     Platform/Uc16/*) echo Platform/Uc16 ;;
     Source/* | include/* | tools/*) echo "$1" | cut -d/ -f1-2 ;;
     *) echo "${1%%/*}" ;;

@@ -67,10 +67,13 @@ set(LUM_SOURCES
     cstring/Editing.cpp
     cstring/FixedAlloc.cpp
     cstring/Formatting.cpp
+    cstring/HostStrings.cpp
     cstring/IntlInfo.cpp
+    cstring/Names.cpp
     cstring/Output.cpp
     cstring/Parts.cpp
     cstring/Searching.cpp
+    cstring/RuntimeNames.cpp
     cstring/StringResources.cpp
     cstring/StringStorage.cpp
 )
