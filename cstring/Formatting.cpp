@@ -51,6 +51,8 @@ void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
     AssignCopy(FormatInto(units, size, text, arguments), units);
 }
 
+// C's own manner of arguments is what these operations are about.
+// NOLINTBEGIN(cert-dcl50-cpp)
 void CString::Format(const unsigned short* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
@@ -78,3 +80,4 @@ void CString::Format(unsigned int formatId, ...) {
 void CString::FormatMessage(const unsigned short* /*format*/, ...) {}
 void CString::FormatMessage(const char16_t* /*format*/, ...) {}
 void CString::FormatMessage(unsigned int /*formatId*/, ...) {}
+// NOLINTEND(cert-dcl50-cpp)

@@ -10,8 +10,6 @@
 
 namespace {
 
-using Lum::AsLength;
-
 /// One unit. Its byte is taken as a signed number, so that one from 0x80 on equals no unit; that is
 /// kept on purpose.
 class CharDelimiter {

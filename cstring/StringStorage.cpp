@@ -59,7 +59,8 @@ void CString::Fill(unsigned short unit, int repeat) {
 
 void CString::AssignShared(const CString& other) { AssignCopy(other.GetLength(), other.m_pchChars); }
 
-CString& CString::operator=(const CString& other) {
+// Strings of one buffer are told apart from others by the buffer, so a string from itself as well.
+CString& CString::operator=(const CString& other) {  // NOLINT(bugprone-unhandled-self-assignment)
     if (m_pchChars == other.m_pchChars) {
         return *this;
     }

@@ -25,9 +25,9 @@ struct LUM_API CPlex {
 /// See the head of this file. The fields are for reading.
 class LUM_API CFixedAlloc {
 public:
-    /// Blocks of `blockSize` bytes, `blocksPerPlex` at a time (0 counts as 1). They lie at a distance
-    /// of that many bytes rounded up to a multiple of a pointer's size, at least one pointer.
-    CFixedAlloc(unsigned int blockSize, unsigned int blocksPerPlex) noexcept;
+    /// Blocks of `size` bytes, `count` of them a plex (0 counts as 1). They lie at a distance of that
+    /// many bytes rounded up to a multiple of a pointer's size, at least one pointer.
+    CFixedAlloc(unsigned int size, unsigned int count) noexcept;
     CFixedAlloc(const CFixedAlloc&) = delete;
     CFixedAlloc& operator=(const CFixedAlloc&) = delete;
     /// As FreeAll.
