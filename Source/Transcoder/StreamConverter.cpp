@@ -37,18 +37,14 @@ ConversionStatus StatusOf(Mac::Outcome outcome) noexcept {
     return ConversionStatus::kMalformed;
 }
 
-/// Whether what bytes mean in this encoding may hang on bytes long before them: on shift sequences, or
-/// on a byte order mark.
+/// Whether what bytes mean in this encoding may hang on shift sequences long before them.
 constexpr bool KeepsState(TextEncoding encoding) noexcept {
-    constexpr TextEncoding unicode = 0x0100;
-    constexpr TextEncoding utf8Format = 2;
+    constexpr TextEncoding utf7 = 0x04000100;
     constexpr TextEncoding firstISO2022 = 0x0820;
     constexpr TextEncoding lastISO2022 = 0x08FF;
     constexpr TextEncoding hz = 0x0A05;
     const TextEncoding base = encoding & 0xFFFF;
-    const TextEncoding format = encoding >> 26 & 0xF;
-    return (base >= unicode && base < 0x0200 && format != utf8Format) ||
-           (base >= firstISO2022 && base <= lastISO2022) || base == hz;
+    return encoding == utf7 || (base >= firstISO2022 && base <= lastISO2022) || base == hz;
 }
 
 using Block = std::array<char, 8192>;
@@ -96,6 +92,7 @@ private:
     Mac::Step EncodePending(std::span<char> output);
     Mac::Step DecodeMore(std::string_view input);
     std::size_t Follow(std::string_view input, std::size_t encoded);
+    std::size_t SkipShifts(std::string_view input);
 
     const bool m_KeepsState;
     Mac::TextConverter m_Decoder;   ///< To UTF-16; empty where the encoder does it alone.
@@ -132,36 +129,64 @@ Mac::Step StreamConverter::Implementation::DecodeMore(std::string_view input) {
 /// Tells how many bytes of `input`, which starts at the follower's place, count as read when `encoded`
 /// more bytes of text are encoded, and takes the follower there.
 std::size_t StreamConverter::Implementation::Follow(std::string_view input, std::size_t encoded) {
-    // A caller who does not give the unread bytes again gets nonsense, but stays in bounds.
-    input = input.substr(0, m_Ahead);
     m_Unfollowed += encoded;
+    // A caller who does not give the unread bytes again gets nonsense, but stays in bounds.
+    const std::size_t ahead = std::min(m_Ahead, input.size());
     const bool isLevel = Pending().empty();
     if (isLevel && !m_KeepsState) {
         m_Ahead = m_Unfollowed = 0;
-        return input.size();
+        return ahead;
     }
     if (!m_KeepsState) {
         m_Follower.Clear();
     }
     Block text;
     std::size_t read = 0;
-    while (read < input.size()) {
-        const std::size_t room = isLevel ? text.size() : std::min(m_Unfollowed, text.size());
+    // All input is offered, for an element may share its last byte with the next one, as in UTF-7.
+    while (m_Unfollowed > 0) {
+        const std::size_t room = std::min(m_Unfollowed, text.size());
         const Mac::Step step = m_Follower.Convert(input.substr(read), std::span(text).first(room));
         read += step.read;
-        m_Unfollowed -= std::min(step.written, m_Unfollowed);
-        if (!isLevel || step.read == 0) {
+        m_Unfollowed -= step.written;
+        if (step.written == 0) {
             break;
         }
     }
-    m_Ahead = isLevel ? 0 : m_Ahead - read;
-    m_Unfollowed = isLevel ? 0 : m_Unfollowed;
+    if (!isLevel) {
+        m_Ahead -= std::min(read, m_Ahead);
+        return read;
+    }
+    if (read < ahead) {
+        // Shift sequences behind the last character.
+        m_Follower.Convert(input.substr(read, ahead - read), text);
+    }
+    m_Ahead = m_Unfollowed = 0;
+    return ahead;
+}
+
+/// How many bytes of shift sequences are at the follower's place, ahead of the bad element. Leaves it
+/// somewhere behind them: it is not needed any more.
+std::size_t StreamConverter::Implementation::SkipShifts(std::string_view input) {
+    Block text;
+    std::size_t read = 0;
+    std::size_t offered = 1;
+    while (read + offered <= input.size()) {
+        const Mac::Step step = m_Follower.Convert(input.substr(read, offered), text);
+        if (step.written != 0 || IsBad(step.outcome)) {
+            break;
+        }
+        read += step.read;
+        offered = step.read == 0 ? offered + 1 : 1;
+    }
     return read;
 }
 
 ConversionResult StreamConverter::Implementation::Convert(std::string_view input, std::span<char> output) {
     if (!m_Encoder) {
         return {ConversionStatus::kNoSuchEncoding, 0, 0};
+    }
+    if (IsBad(m_Encoded)) {
+        return {StatusOf(m_Encoded), 0, 0};
     }
     if (!m_Decoder) {
         const Mac::Step step = ConvertUnlessBad(m_Encoder, m_Encoded, input, output);
@@ -173,6 +198,9 @@ ConversionResult StreamConverter::Implementation::Convert(std::string_view input
         result.written += encoding.written;
         result.read += Follow(input.substr(result.read), encoding.read);
         if (!Pending().empty() && encoding.outcome != Mac::Outcome::kIncomplete) {
+            if (m_KeepsState && IsBad(encoding.outcome)) {
+                result.read += SkipShifts(input.substr(result.read));
+            }
             result.status = StatusOf(encoding.outcome);
             return result;
         }

@@ -86,8 +86,9 @@ std::string Sample(const std::string& encoding, std::size_t size) {
 }
 
 TEST(StreamConverter, GivesTheSameHoweverTheBlocksAreCut) {
-    for (const std::string from : {"utf-8", "utf-16", "iso-8859-1", "utf-16be"}) {
-        for (const std::string to : {"utf-8", "utf-16", "utf-16le"}) {
+    for (const std::string from :
+         {"utf-8", "utf-16", "iso-8859-1", "utf-16be", "utf-7", "shift_jis", "iso-2022-jp", "gb18030"}) {
+        for (const std::string to : {"utf-8", "utf-16", "utf-16le", "utf-7", "shift_jis", "iso-2022-jp", "gb18030"}) {
             // Kept to what both have.
             const std::string sample = Sample(from, 3000);
             std::string text = Sample(to, 3000);
@@ -120,6 +121,12 @@ TEST(StreamConverter, StopsAtTheBadElementWithAllBeforeItWritten) {
         {"utf-8", "iso-8859-1", "aé", "\xE2\x82", ConversionStatus::kIncomplete},
         {"utf-8", "iso-8859-1", "aé", "€z", ConversionStatus::kUnmappable},
         {"iso-8859-1", "us-ascii", "ab", "\xE9z", ConversionStatus::kUnmappable},
+        {"utf-8", "shift_jis", "aあ漢", "😀z", ConversionStatus::kUnmappable},
+        {"shift_jis", "iso-8859-1", "ab", "\x82\xA0z", ConversionStatus::kUnmappable},
+        {"shift_jis", "utf-8", "a\x83\x5C\xB1", "\x81", ConversionStatus::kIncomplete},
+        {"iso-2022-jp", "shift_jis", "a\x1B$B$\"4A\x1B(Bb\x1B$B;z", "\x80\x80", ConversionStatus::kMalformed},
+        {"iso-2022-jp", "iso-8859-1", "a\x1B$B!_\x1B(Bb\x1B$B", "$\"", ConversionStatus::kUnmappable},
+        {"utf-7", "shift_jis", "a+MEJvIltX", "2D3eAAB6-", ConversionStatus::kUnmappable},
     };
     for (const auto& row : rows) {
         // The bad element in the first of the blocks that are held between the converters, and in a later one.
@@ -152,7 +159,7 @@ TEST(StreamConverter, StaysAtABadElementUntilItIsCleared) {
 }
 
 TEST(StreamConverter, StaysInBoundsWhereTheUnreadBytesAreNotGivenAgain) {
-    StreamConverter converter("iso-8859-1", "utf-8");
+    StreamConverter converter("shift_jis", "utf-8");
     std::string output(4, '?');
     EXPECT_EQ(converter.Convert(std::string(1000, 'x'), output).status, ConversionStatus::kOutputFull);
     EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kIncomplete);
