@@ -46,7 +46,6 @@ set(LUM_SOURCES
     Source/Transcoder/EncodingList.cpp
     Source/Transcoder/StreamConverter.cpp
     Source/Transcoder/Transcoder.cpp
-    Source/TimeStamp/TimeStamp.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp
@@ -67,15 +66,13 @@ set(LUM_SOURCES
     cstring/Editing.cpp
     cstring/FixedAlloc.cpp
     cstring/Formatting.cpp
-    cstring/HostStrings.cpp
     cstring/IntlInfo.cpp
-    cstring/Names.cpp
     cstring/Output.cpp
     cstring/Parts.cpp
     cstring/Searching.cpp
-    cstring/RuntimeNames.cpp
     cstring/StringResources.cpp
     cstring/StringStorage.cpp
+    cstring/Utf8.cpp
 )
 if(NOT LUM_NO_POOLS)
     list(APPEND LUM_SOURCES cstring/BufferPools.cpp)

@@ -34,6 +34,8 @@
 #include <Lum/Export.h>
 #include <Lum/URIProblem.h>
 
+class CString;
+
 namespace Lum {
 
 class URI;
@@ -448,6 +450,9 @@ public:
     StringProxy(std::string_view text) : m_Text(text) {}
 
     operator const std::string&() const noexcept { return m_Text; }
+    /// The text, UTF-8, as Lum::Transcoder::asUTF16 converts it, up to the first 0 unit. For its use
+    /// include <Lum/CString.h>.
+    operator CString() const;
 
     friend bool operator==(const StringProxy& a, const StringProxy& b) noexcept { return a.m_Text == b.m_Text; }
     template <std::convertible_to<std::string_view> Text>

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
+#include <Lum/CString.h>
 #include <Lum/Transcoder.h>
 
 #include "tests/URI/Exposed.h"
@@ -23,7 +25,11 @@ TEST(EncodedForm, NormalizingReadsEscapesAsBytesOfTheEncoding) {
         {"a%4", "utf-8", "a%4", true},
         {"%41%4", "utf-8", "A%4", true},
         {"%%%41", "utf-8", "%%%41", true},  // the first three bytes are no escape, the rest is too short for one
+        {"%82%A0", "shift_jis", "あ", true},
+        {"あ%82%A0%5C", "shift_jis", "ああ\\", true},
         // Second bytes that are "\" and "|".
+        {"%83%5C%83%7C", "shift_jis", "ソポ", true},
+        {"x%1B$B$\"%1B(By", "iso-2022-jp", "xあy", true},
         {"%E9", "iso-8859-1", "é", true},
         {"%FF", "utf-8", "", true},  // bytes that cannot be read back are no failure
         {"a", "no such", "a", false},
@@ -61,6 +67,12 @@ TEST(EncodedForm, ReadsAndWritesAnEncoding) {
     const struct {
         const char *text, *encoding, *record, *written;
     } rows[] = {
+        {"ftp://h/a%82%A0", "shift_jis", "ftp|||h||/aあ||||vh", "ftp://h/a\x82\xA0"},
+        {"ftp://h/a\x82\xA0", "shift_jis", "ftp|||h||/aあ||||vh", "ftp://h/a\x82\xA0"},
+        {"ftp://%83%5C:x@h/\x83\x5C?%83%5C#%83%7C", "shift_jis", "ftp|ソ|x|h||/ソ|ソ|ポ||vh",
+         "ftp://\x83\x5C:x@h/\x83\x5C?\x83\x5C#\x83\x7C"},
+        {"http://h/\x1B$B$\"\x1B(B%2Fx", "iso-2022-jp", "http|||h||/あ/x||||vh", "http://h/\x1B$B$\"\x1B(B/x"},
+        {"mailto:%82%A0?a%41#b", "shift_jis", "mailto||||||aA|b|あ|v", "mailto:\x82\xA0?aA#b"},
         {"http://h/", "no such", "|||||||||rh", ""},
         {"c:/x", "utf-8", "unknown|||||||||", "unknown:"},  // no URI, but nothing that cannot be converted
     };
@@ -72,6 +84,12 @@ TEST(EncodedForm, ReadsAndWritesAnEncoding) {
         const Lum::URI unchanged = uri;
         EXPECT_EQ(unchanged.ToEncodedString(row.encoding), row.written) << row.text;
     }
+    // The parser decodes a password's escapes itself: what they leave is no UTF-8, and nothing of it can
+    // be converted.
+    Exposed uri{"http://h/"};
+    EXPECT_FALSE(uri.FromEncodedString("ftp://u:%83%5C@h/", "shift_jis"));
+    EXPECT_EQ(uri.Record(), kEmptyState);
+    EXPECT_EQ(uri.ToEncodedString("no such"), "");
 }
 
 TEST(EncodedForm, WritesOneOfTwoTargets) {
@@ -85,6 +103,17 @@ TEST(EncodedForm, WritesOneOfTwoTargets) {
     EXPECT_EQ(wide, u"hé");
     target = std::string("\xFF");
     EXPECT_EQ(wide, u"");
+}
+
+TEST(EncodedForm, ConvertsToStringsOfUnits) {
+    using std::string_literals::operator""s;
+    const CString name = URI("http://h/%C3%A9.txt").GetFilename(true);
+    EXPECT_EQ(name, u"é");
+    EXPECT_EQ(CString(URI::StringProxy("a\0b"s)), u"a");
+    EXPECT_EQ(CString(URI::StringProxy("")), u"");
+    EXPECT_EQ(CString::FromUTF8("a\0é"s), std::u16string_view(u"a\0é", 3));
+    EXPECT_EQ(CString(u"a\0é", 3).ToUTF8(), "a\0é"s);
+    EXPECT_EQ(CString::FromUTF8("").ToUTF8(), "");
 }
 
 }  // namespace
