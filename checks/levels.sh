@@ -11,6 +11,7 @@ Platform|Platform Platform/Uc16 include
 Platform/Uc16|Platform Platform/Uc16
 Mac|Mac Platform
 Source/Mutex|Source/Mutex include
+Source/TimeStamp|Source/TimeStamp Source/Base include
 Source/Transcoder|Source/Transcoder Source/Base Mac include
 Source/URI|Source/URI Source/Base Mac include
 cstring|cstring Source/Base Platform/Uc16 include
@@ -24,7 +25,7 @@ include/Lum|include
 '
 # The files of cstring that know the host's services are a room of their own, above the others.
 room_of() { case $1 in
-    cstring/Conversions* | cstring/IntlInfo* | cstring/StringResources*) echo cstring/host ;;
+    cstring/Conversions* | cstring/HostStrings* | cstring/IntlInfo* | cstring/Names* | cstring/StringResources*) echo cstring/host ;;
     Platform/Uc16/*) echo Platform/Uc16 ;;
     Source/* | include/* | tools/*) echo "$1" | cut -d/ -f1-2 ;;
     *) echo "${1%%/*}" ;;

@@ -46,6 +46,7 @@ set(LUM_SOURCES
     Source/Transcoder/EncodingList.cpp
     Source/Transcoder/StreamConverter.cpp
     Source/Transcoder/Transcoder.cpp
+    Source/TimeStamp/TimeStamp.cpp
     Source/URI/CharacterClasses.cpp
     Source/URI/Comparison.cpp
     Source/URI/Components.cpp
@@ -66,10 +67,13 @@ set(LUM_SOURCES
     cstring/Editing.cpp
     cstring/FixedAlloc.cpp
     cstring/Formatting.cpp
+    cstring/HostStrings.cpp
     cstring/IntlInfo.cpp
+    cstring/Names.cpp
     cstring/Output.cpp
     cstring/Parts.cpp
     cstring/Searching.cpp
+    cstring/RuntimeNames.cpp
     cstring/StringResources.cpp
     cstring/StringStorage.cpp
     cstring/Utf8.cpp

@@ -4,21 +4,16 @@
 
 #include <cstdint>
 #include <cstring>
-#include <memory>
 
 #include "Platform/CoreFoundation/CFString.h"
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 #include "cstring/Buffer.h"
 #include "cstring/HostString.h"
+#include "cstring/OwnedString.h"
+
+using Lum::OwnedString;
 
 namespace {
-
-struct GiveBack {
-    void operator()(CFStringRef string) const noexcept { CFRelease(string); }
-};
-
-/// One reference, given back at the end.
-using OwnedString = std::unique_ptr<std::remove_pointer_t<CFStringRef>, GiveBack>;
 
 OwnedString FromApplicationText(const char* text) {
     return OwnedString(CFStringCreateWithCString(kCFAllocatorDefault, text, GetApplicationTextEncoding()));

@@ -30,5 +30,9 @@ void* operator new(std::size_t size) {
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return s_count++ == s_failAt ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
+// A sanitizer has array forms of its own, which would not come here.
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t /*size*/) noexcept { std::free(block); }
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }

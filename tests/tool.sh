@@ -122,6 +122,26 @@ expect 1 '
   not valid         neither host nor path' "$lum" parse --encoding latin1 ''
 expect 2 'lum: --encoding: no encoding "x" (lum --help tells more)' "$lum" parse --encoding x a
 
+expect 0 '2008-02-29T14:30:45.0500000+02:00
+  text              2008-02-29T12:30:45Z
+  ticks             128487618450500000
+  year              2008
+  month             2
+  day               29
+  hour              12
+  minute            30
+  second            45
+  fraction          500000' "$lum" time 2008-02-29T14:30:45.0500000+02:00
+expect 0 '{"input":"-1","valid":true,"text":"1601-01-01T00:00:00Z","ticks":-1,"year":1601,"month":1,"day":1,"hour":0,"minute":0,"second":0,"fraction":4294967295}' \
+    "$lum" time --json --ticks -- -1
+for time in 2007-02-29 2008-2-9 2008-02-29T 2008-02-29T24:00 2008-02-29T12:30:45. 2008-02-29T12:30Z0 2008-02-29Z \
+    2008-02-29T12:30+2 1601-01-01T00:00+00:01 99999999999-01-01 $'\x1b'; do
+    expect 1 '{"input":"'"${time/$'\x1b'/\\u001b}"'","valid":false}' "$lum" time --json "$time"
+done
+expect 1 '9223372036854775808
+  not valid' "$lum" time --ticks 9223372036854775808
+"$lum" time --json | grep -q '"valid":true,"text":"2.*Z","ticks":1[0-9]*0000000,' || { echo "FAILED: lum time"; failed=1; }
+
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'

@@ -14,7 +14,7 @@ namespace Plain {
 
 /// How many units stand before the first that is 0 or one of `ends`.
 template <std::size_t kEnds>
-std::size_t CountBefore(const AnyUnit* text, const std::array<unsigned short, kEnds>& ends) noexcept {
+std::size_t CountBefore(const AnyUnit* text, std::array<unsigned short, kEnds> ends) noexcept {
     std::size_t count = 0;
     while (text[count] != 0 && std::find(ends.begin(), ends.end(), text[count]) == ends.end()) {
         ++count;

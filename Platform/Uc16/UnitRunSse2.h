@@ -15,36 +15,40 @@
 
 namespace Uc16::Sse2 {
 
-/// Two bits for each unit of the block that is 0 or one of `ends`.
-template <std::size_t kEnds>
-std::uint64_t FindEnds(const char* block, const std::array<unsigned short, kEnds>& ends) noexcept {
+// Two bits for each unit of a block of 16 bytes.
+inline std::uint64_t FindUnit(const char* block, unsigned short unit) noexcept {
     const __m128i units = _mm_load_si128(reinterpret_cast<const __m128i*>(block));
-    __m128i found = _mm_cmpeq_epi16(units, _mm_setzero_si128());
+    const __m128i found = _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(unit)));
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(found));
+}
+template <std::size_t kEnds>
+std::uint64_t FindEnds(const char* block, std::array<unsigned short, kEnds> ends) noexcept {
+    const __m128i units = _mm_load_si128(reinterpret_cast<const __m128i*>(block));
+    __m128i found = _mm_setzero_si128();
     for (const unsigned short end : ends) {
         found = _mm_or_si128(found, _mm_cmpeq_epi16(units, _mm_set1_epi16(static_cast<short>(end))));
     }
     return static_cast<std::uint32_t>(_mm_movemask_epi8(found));
 }
-inline std::uint64_t FindZeros(const char* block) noexcept { return FindEnds<0>(block, {}); }
 
 template <std::size_t kEnds>
-std::size_t CountBefore(const AnyUnit* text, const std::array<unsigned short, kEnds>& ends) noexcept {
+std::size_t CountBefore(const AnyUnit* text, std::array<unsigned short, kEnds> ends) noexcept {
     const char* const start = reinterpret_cast<const char*>(text);
     const std::uintptr_t before = reinterpret_cast<std::uintptr_t>(start) % 16;
     const char* at = start - before;
-    if (FindZeros(at) >> before != 0 || FindZeros(at + 16) != 0) {
+    if (FindUnit(at, 0) >> before != 0 || FindUnit(at + 16, 0) != 0) {
         return Plain::CountBefore(text, ends);
     }
     // Three blocks are asked at once: whether a word ends in its first or second is beyond prediction.
-    std::uint64_t bits = FindEnds(at, ends) | FindEnds(at + 16, ends) << 16 | FindEnds(at + 32, ends) << 32;
-    bits = bits >> before << before;
-    if (bits == 0) {
-        at += 48;
-        while ((bits = FindEnds(at, ends)) == 0) {
-            at += 16;
-        }
+    const auto find = [&](const char* block) { return FindEnds(block, ends) | FindUnit(block, 0); };
+    const std::uint64_t bits = (FindEnds(at, ends) | FindEnds(at + 16, ends) << 16 | find(at + 32) << 32) >> before;
+    if (bits != 0) {
+        return static_cast<std::size_t>(std::countr_zero(bits)) / sizeof *text;
     }
-    return static_cast<std::size_t>(at + std::countr_zero(bits) - start) / sizeof *text;
+    std::uint64_t more = 0;
+    for (at += 48; (more = find(at)) == 0; at += 16) {
+    }
+    return static_cast<std::size_t>(at + std::countr_zero(more) - start) / sizeof *text;
 }
 
 }  // namespace Uc16::Sse2

@@ -37,10 +37,9 @@
 
 #include <Lum/Export.h>
 #include <Lum/FixedAlloc.h>
+#include <Lum/HostStrings.h>
+#include <Lum/RuntimeNames.h>
 #include <Lum/Units.h>
-
-/// An immutable text of the host's; null is none.
-using CFStringRef = const struct __CFString*;  // NOLINT: the services' name
 
 /// What lies in front of a buffer's units. For reading; see CString.
 struct CStringData {
@@ -372,6 +371,18 @@ public:
     /// Takes the text of one of the host's strings, without 0 units at its end; anything else empties.
     /// The encoding is ignored. True.
     bool SetFromCFStringRef(CFStringRef string, unsigned long encoding);
+
+    /// Writes the first 255 units; all behind a 0 unit are 0 then. A 0 follows where there is room.
+    void GetHFSUniStr255(HFSUniStr255* name) const;
+    /// Takes all units of the name, 255 at most; all behind a 0 unit are 0 then. Null changes nothing.
+    void SetFromHFSUniStr255(const HFSUniStr255* name);
+    /// Takes a length byte and that many bytes in the application's encoding. Empties for null and for
+    /// bytes that are not valid.
+    void FromMac(const unsigned char* pascal);
+    /// Writes the same into a buffer of `size` bytes: the first size - 1 units, one less rather than half
+    /// a surrogate pair. If their bytes are more than size - 2 (one less than there is room for, on
+    /// purpose) or 255, or the encoding cannot say them, only the length byte is written, and is 0.
+    void ToMac(unsigned char* pascal, long size) const;
 
     /// Loads a string by its number. One that nobody knows loads its own decimal text.
     bool LoadString(unsigned int id);

@@ -3,5 +3,6 @@
 
 #include <Lum/CString.h>
 #include <Lum/Platform.h>
+#include <Lum/TimeStamp.h>
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>

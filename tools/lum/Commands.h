@@ -18,5 +18,6 @@ void AddQuery(CLI::App& app, int& status);
 void AddPath(CLI::App& app, int& status);
 void AddConvert(CLI::App& app, int& status);
 void AddEncodings(CLI::App& app, int& status);
+void AddTime(CLI::App& app, int& status);
 
 }  // namespace Tool
