@@ -13,7 +13,10 @@ public:
     static constexpr std::size_t kMost = 8;
 
     /// The first and the last of the `size` units at `needle`.
-    NeedleMarks(const unsigned short* needle, std::size_t size) noexcept : m_Needle(needle), m_Places{0, size - 1} {}
+    NeedleMarks(const unsigned short* needle, std::size_t size) noexcept : m_Needle(needle) {
+        m_Places[0] = 0;
+        m_Places[1] = size - 1;
+    }
 
     [[nodiscard]] std::size_t Count() const noexcept { return m_Count; }
     [[nodiscard]] std::size_t Place(std::size_t i) const noexcept { return m_Places[i]; }
@@ -29,7 +32,7 @@ public:
 private:
     const unsigned short* m_Needle;
     std::size_t m_Count = 2;
-    std::array<std::size_t, kMost> m_Places;
+    std::array<std::size_t, kMost> m_Places;  // set up to m_Count
 };
 
 }  // namespace Lum

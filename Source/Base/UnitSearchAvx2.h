@@ -71,37 +71,54 @@ private:
     __m256i m_Units[NeedleMarks::kMost];
 };
 
+/// One bit for each unit of two steps.
+template <class Lanes>
+LUM_AVX2 std::uint64_t PairBits(const Lanes& lanes, const unsigned short* at) noexcept {
+    // The halves of both steps come to lie in turn, and are put in order.
+    const __m256i packed = _mm256_packs_epi16(lanes.Sure(at), lanes.Sure(at + kStep));
+    return LaneBits(_mm256_permute4x64_epi64(packed, 0b11'01'10'00));
+}
+
+/// One bit for each unit of four steps. Where among them a place lies cannot be foreseen: no branch
+/// depends on it.
+template <class Lanes>
+LUM_AVX2 std::uint64_t StrideBits(const Lanes& lanes, const unsigned short* at) noexcept {
+    return PairBits(lanes, at) | PairBits(lanes, at + 2 * kStep) << 2 * kStep;
+}
+
 /// The first place in [first, last), at least a step, whose lane is set; or null.
 template <class Lanes, class Wanted>
 LUM_AVX2 const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last,
                                          const Wanted& wanted) noexcept {
-    constexpr std::ptrdiff_t steps = 4;
+    constexpr std::ptrdiff_t stride = 4 * kStep;
     const Lanes lanes(wanted);
-    if (const auto bits = LaneBits(lanes.Sure(first)); bits != 0) {
-        return first + Sse2::FirstLane(bits);
+    const unsigned short* at = first;
+    if (last - first < stride) {
+        for (; last - at > kStep; at += kStep) {
+            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
+                return at + std::countr_zero(bits) / 2;
+            }
+        }
+        const auto bits = LaneBits(lanes.Sure(last - kStep));
+        return bits != 0 ? last - kStep + std::countr_zero(bits) / 2 : nullptr;
     }
-    // On from where no load lies across two cache lines.
-    first += kStep - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(first) / sizeof *first % kStep);
-    while (first < last) {
-        for (; last - first > steps * kStep; first += steps * kStep) {
-            const __m256i a = _mm256_or_si256(lanes.Likely(first), lanes.Likely(first + kStep));
-            const __m256i b = _mm256_or_si256(lanes.Likely(first + 2 * kStep), lanes.Likely(first + 3 * kStep));
-            if (LaneBits(_mm256_or_si256(a, b)) != 0) {
+    std::uint64_t bits = StrideBits(lanes, at);
+    if (bits == 0) {
+        // On from where no load lies across two cache lines.
+        at += stride - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(at) / sizeof *at % kStep);
+        for (; bits == 0 && last - at > stride; at += stride) {
+            const __m256i a = _mm256_or_si256(lanes.Likely(at), lanes.Likely(at + kStep));
+            const __m256i b = _mm256_or_si256(lanes.Likely(at + 2 * kStep), lanes.Likely(at + 3 * kStep));
+            if (LaneBits(_mm256_or_si256(a, b)) != 0 && (bits = StrideBits(lanes, at)) != 0) {
                 break;
             }
         }
-        for (std::ptrdiff_t i = 0; i < steps; ++i) {
-            const unsigned short* const at = last - first > kStep ? first : last - kStep;
-            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
-                return at + Sse2::FirstLane(bits);
-            }
-            first = at + kStep;
-            if (first == last) {
-                return nullptr;
-            }
+        if (bits == 0) {
+            at = last - stride;
+            bits = StrideBits(lanes, at);
         }
     }
-    return nullptr;
+    return bits != 0 ? at + std::countr_zero(bits) : nullptr;
 }
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,

@@ -23,7 +23,6 @@ inline __m128i Spread(unsigned short unit) noexcept { return _mm_set1_epi16(stat
 
 /// Two bits a lane.
 inline std::uint32_t LaneBits(__m128i lanes) noexcept { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
-inline int FirstLane(std::uint32_t bits) noexcept { return std::countr_zero(bits) / 2; }
 
 /// Lanes of ones where the unit is the wanted one.
 class UnitLanes {
@@ -68,37 +67,49 @@ private:
     __m128i m_Units[NeedleMarks::kMost];
 };
 
+/// One bit for each unit of four steps. Where among them a place lies cannot be foreseen: no branch
+/// depends on it.
+template <class Lanes>
+std::uint64_t StrideBits(const Lanes& lanes, const unsigned short* at) noexcept {
+    const auto bits = [&](const unsigned short* pair) {
+        return LaneBits(_mm_packs_epi16(lanes.Sure(pair), lanes.Sure(pair + kStep)));
+    };
+    return bits(at) | std::uint64_t{bits(at + 2 * kStep)} << 2 * kStep;
+}
+
 /// The first place in [first, last), at least a step, whose lane is set; or null.
 template <class Lanes, class Wanted>
 const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last,
                                 const Wanted& wanted) noexcept {
-    constexpr std::ptrdiff_t steps = 4;
+    constexpr std::ptrdiff_t stride = 4 * kStep;
     const Lanes lanes(wanted);
-    if (const auto bits = LaneBits(lanes.Sure(first)); bits != 0) {
-        return first + FirstLane(bits);
+    const unsigned short* at = first;
+    if (last - first < stride) {
+        for (; last - at > kStep; at += kStep) {
+            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
+                return at + std::countr_zero(bits) / 2;
+            }
+        }
+        const auto bits = LaneBits(lanes.Sure(last - kStep));
+        return bits != 0 ? last - kStep + std::countr_zero(bits) / 2 : nullptr;
     }
-    // On from where no load lies across two cache lines.
-    first += kStep - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(first) / sizeof *first % kStep);
-    while (first < last) {
-        for (; last - first > steps * kStep; first += steps * kStep) {
-            const __m128i a = _mm_or_si128(lanes.Likely(first), lanes.Likely(first + kStep));
-            const __m128i b = _mm_or_si128(lanes.Likely(first + 2 * kStep), lanes.Likely(first + 3 * kStep));
-            if (LaneBits(_mm_or_si128(a, b)) != 0) {
+    std::uint64_t bits = StrideBits(lanes, at);
+    if (bits == 0) {
+        // On from where no load lies across two cache lines.
+        at += stride - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(at) / sizeof *at % kStep);
+        for (; bits == 0 && last - at > stride; at += stride) {
+            const __m128i a = _mm_or_si128(lanes.Likely(at), lanes.Likely(at + kStep));
+            const __m128i b = _mm_or_si128(lanes.Likely(at + 2 * kStep), lanes.Likely(at + 3 * kStep));
+            if (LaneBits(_mm_or_si128(a, b)) != 0 && (bits = StrideBits(lanes, at)) != 0) {
                 break;
             }
         }
-        for (std::ptrdiff_t i = 0; i < steps; ++i) {
-            const unsigned short* const at = last - first > kStep ? first : last - kStep;
-            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
-                return at + FirstLane(bits);
-            }
-            first = at + kStep;
-            if (first == last) {
-                return nullptr;
-            }
+        if (bits == 0) {
+            at = last - stride;
+            bits = StrideBits(lanes, at);
         }
     }
-    return nullptr;
+    return bits != 0 ? at + std::countr_zero(bits) : nullptr;
 }
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <vector>
 
+#include "Source/Base/CopyUnits.h"
 #include "Source/Base/TwoWay.h"
 #include "Source/Base/UnitCase.h"
 #include "Source/Base/UnitCasePlain.h"
@@ -139,6 +141,17 @@ TEST(Units, LengthEndsAtTheFirstZero) {
             units.resize(start + size + 20, 0);
             EXPECT_EQ(Lum::CountUnits(units.data() + start), size) << start;
         }
+    }
+}
+
+TEST(Units, ShortCopiesFillTheirRoomExactly) {
+    for (std::size_t size = 0; size < 140; ++size) {
+        Units units(size);
+        std::iota(units.begin(), units.end(), Unit{0xFF00});
+        const Exact from(units);
+        const Exact to{Units(size)};
+        Lum::CopyShortUnits(to.begin(), from.begin(), size);
+        EXPECT_TRUE(std::equal(from.begin(), from.end(), to.begin())) << size;
     }
 }
 
