@@ -108,5 +108,6 @@ function(lum_add_library target)
         ${target} PRIVATE ICU::uc ICU::data "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+    target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
     lum_set_warnings(${target})
 endfunction()
