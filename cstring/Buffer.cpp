@@ -1,7 +1,6 @@
 // Makes and frees the buffers of strings. Those above the pools' sizes are heap blocks.
 #include "cstring/Buffer.h"
 
-#include "cstring/BufferMemory.h"
 #include "cstring/HostString.h"
 
 // The empty string is there before any static initialiser and after any static destructor.
@@ -28,13 +27,7 @@ CStringData* NewBuffer(int length) {
     const int sizeClass = SizeClassOf(length);
     const bool isPooled = sizeClass < kSizeClasses;
     const int capacity = isPooled ? CapacityOfClass(sizeClass) : length;
-    void* const memory = isPooled ? TakeBufferMemory(sizeClass) : TakeHeapBlock(capacity);
-    // Nearly every buffer is kept for good, by design. The one place that says so to leak checkers.
-    IgnoreLeak(memory);
-    auto* const data = new (memory) CStringData{nullptr, 1, length, capacity};
-    UnitsOf(data)[capacity] = 0;
-    UnitsOf(data)[length] = 0;
-    return data;
+    return PlaceBuffer(isPooled ? TakeBufferMemory(sizeClass) : TakeHeapBlock(capacity), length, capacity);
 }
 
 int CapacityFor(int length) noexcept {
@@ -54,8 +47,21 @@ void ForgetHostString(CStringData* data) noexcept {
 
 }  // namespace Lum
 
-void CString::FreeData(CStringData* data) noexcept {
+namespace {
+
+/// Apart, so that FreeData needs no stack for it.
+[[gnu::noinline]] void FreeWithHostString(CStringData* data) noexcept {
     Lum::ForgetHostString(data);
+    CString::FreeData(data);
+}
+
+}  // namespace
+
+void CString::FreeData(CStringData* data) noexcept {
+    if (data->cachedCFString != nullptr) {
+        FreeWithHostString(data);
+        return;
+    }
     const int sizeClass = Lum::SizeClassOf(data->allocLength);
     if (sizeClass < Lum::kSizeClasses) {
         Lum::GiveBufferMemory(sizeClass, data);

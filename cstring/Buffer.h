@@ -9,11 +9,39 @@
 #include <limits>
 #include <new>
 
+#include "Source/Base/CopyUnits.h"
+#include "cstring/BufferMemory.h"
+
 namespace Lum {
 
 inline unsigned short* UnitsOf(CStringData* data) noexcept { return reinterpret_cast<unsigned short*>(data + 1); }
 
 inline bool IsEmptyBuffer(const CStringData* data) noexcept { return data == &_afxInitData.header; }
+
+/// Makes a buffer of fresh memory with that capacity, which is no less than `length`; the units are unset.
+inline CStringData* PlaceBuffer(void* memory, int length, int capacity) noexcept {
+    // Nearly every buffer is kept for good, by design. The one place that says so to leak checkers.
+    IgnoreLeak(memory);
+    auto* const data = new (memory) CStringData{nullptr, 1, length, capacity};
+    UnitsOf(data)[capacity] = 0;
+    UnitsOf(data)[length] = 0;
+    return data;
+}
+
+/// A buffer with a copy of a short text, or null where the text is not short or memory would have to be
+/// made first. Calls nothing: most strings are made here, and one of ten units in the time of a few calls.
+inline CStringData* NewShortCopy(const unsigned short* units, int length) noexcept {
+    if (units == nullptr || length <= 0 || length > CapacityOfClass(1)) {
+        return nullptr;
+    }
+    const int sizeClass = length <= CapacityOfClass(0) ? 0 : 1;
+    if (!IsBufferMemoryReady(sizeClass)) {
+        return nullptr;
+    }
+    CStringData* const data = PlaceBuffer(TakeBufferMemory(sizeClass), length, CapacityOfClass(sizeClass));
+    CopyShortUnits(UnitsOf(data), units, static_cast<std::size_t>(length));
+    return data;
+}
 
 /// A buffer with room for `length` units, which is above 0: count 1, that length, the 0 behind it; the
 /// units are unset.

@@ -7,6 +7,8 @@
 
 namespace Lum {
 
+inline bool IsBufferMemoryReady(int /*sizeClass*/) noexcept { return false; }
+
 inline void* TakeBufferMemory(int sizeClass) { return ::operator new[](BytesFor(CapacityOfClass(sizeClass))); }
 
 inline void GiveBufferMemory(int /*sizeClass*/, void* memory) noexcept { ::operator delete[](memory); }

@@ -16,6 +16,12 @@ inline constexpr CFixedAlloc** kPools[kSizeClasses] = {&_afxAlloc64, &_afxAlloc1
 /// Makes the pool of a class, for the life of the process.
 CFixedAlloc* MakePool(int sizeClass);
 
+/// Whether memory can be taken with none to be made first.
+inline bool IsBufferMemoryReady(int sizeClass) noexcept {
+    const CFixedAlloc* const pool = *kPools[sizeClass];
+    return pool != nullptr && pool->freeList != nullptr;
+}
+
 inline void* TakeBufferMemory(int sizeClass) {
     CFixedAlloc* pool = *kPools[sizeClass];
     if (pool == nullptr) {

@@ -166,7 +166,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kKept = 512;
+    static constexpr std::size_t kKept = 1024;
 
     [[nodiscard]] const unsigned short* Find(const unsigned short* first, const unsigned short* last) const noexcept {
         return m_Wanted.Size() == 1 ? Lum::FindUnit(first, last, *m_Wanted.Units())

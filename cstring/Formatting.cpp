@@ -14,9 +14,11 @@ namespace {
 
 /// Formats into room for `size` units, the 0 included, and returns the length: up to the first 0 unit.
 int FormatInto(unsigned short* units, int size, const unsigned short* format, std::va_list arguments) {
-    uc16_vswprintf(units, static_cast<std::size_t>(size), format, arguments);
-    const unsigned short* const end = Lum::FindUnit(units, units + size, 0);
-    return end == nullptr ? size - 1 : static_cast<int>(end - units);
+    const int written = uc16_vswprintf(units, static_cast<std::size_t>(size), format, arguments);
+    const int length = std::clamp(written, 0, size - 1);
+    // A unit that was formatted may have been 0.
+    const unsigned short* const end = Lum::FindUnit(units, units + length, 0);
+    return end == nullptr ? length : static_cast<int>(end - units);
 }
 
 struct VaEnd {

@@ -31,6 +31,14 @@ CString::CString(const unsigned short* text) : m_pchChars(EmptyText()) {
 }
 
 CString::CString(const unsigned short* units, int length) : m_pchChars(EmptyText()) {
+    if (CStringData* const data = Lum::NewShortCopy(units, length)) {
+        m_pchChars = UnitsOf(data);
+    } else {
+        Begin(units, length);
+    }
+}
+
+[[gnu::noinline]] void CString::Begin(const unsigned short* units, int length) {
     if (length > 0) {
         if (units == nullptr) {
             AllocBuffer(length);

@@ -479,6 +479,7 @@ private:
     static int LengthOf(const unsigned short* text);
 
     void AssignShared(const CString& other);
+    void Begin(const unsigned short* units, int length);
     void Fill(unsigned short unit, int repeat);
     unsigned short* LockSharedBuffer();
     [[nodiscard]] bool Equals(const unsigned short* units, int length) const noexcept;
