@@ -135,7 +135,7 @@ void AddTokenise(const std::string& subject, const Inputs& inputs, const Rows& r
            kTokenise, subject);
     Register(
         kTokenise + rows.suffix, subject,
-        [&units, tokenise](benchmark::State& state) {
+        [&units, tokenise, areKept = rows.areFixed](benchmark::State& state) {
             const auto text = Make<Ops>(units);
             const auto before = HeapBytes();
             const auto count = static_cast<double>(tokenise(text));
@@ -145,7 +145,7 @@ void AddTokenise(const std::string& subject, const Inputs& inputs, const Rows& r
                 benchmark::DoNotOptimize(result);
             }
             state.counters[kUnitsCounter] = count;
-            if (kept > 0) {
+            if (areKept) {
                 state.counters[kKeptCounter] = static_cast<double>(kept) / count;
             }
         },

@@ -90,8 +90,10 @@ Inputs MakeInputs() {
     constexpr std::size_t count = 64;
     Inputs inputs;
     for (const auto& [size, name] : {std::pair(10, "10"), std::pair(100, "100"), std::pair(1'000, "1,000")}) {
+        // The header of a long buffer lies where other lines of the cache lie, too: few of those.
+        const std::size_t texts = size == 1'000 ? 16 : count;
         TextCase sized{std::string("strings/construct ") + name, std::string("strings/copy ") + name, {}};
-        for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < texts; ++i) {
             sized.texts.push_back(Text(kProse, static_cast<std::size_t>(size), i));
         }
         inputs.sizes.push_back(std::move(sized));
