@@ -75,6 +75,7 @@ set(LUM_SOURCES
     cstring/Searching.cpp
     cstring/RuntimeNames.cpp
     cstring/StringResources.cpp
+    cstring/StringResourcesByName.cpp
     cstring/StringStorage.cpp
     cstring/Utf8.cpp
 )

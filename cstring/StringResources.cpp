@@ -1,16 +1,188 @@
-// Strings by number.
+// Strings by number: index, single strings, bundle tables, and the slots that keep what was looked up.
 #include <Lum/CString.h>
 
-#include <charconv>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "Platform/CoreFoundation/CFArray.h"
+#include "Platform/CoreFoundation/CFBundle.h"
+#include "Platform/CoreFoundation/CFString.h"
+#include "Platform/Resources/Resources.h"
+#include "Platform/TextEncoding/TextEncodingConverter.h"
+#include "cstring/OwnedString.h"
+
+char** gStrResTable = nullptr;
+bool gStrResTableInited = false;
+CFMutableArrayRef CString::m_arrayOfStringTables = nullptr;
+
+namespace {
+
+using Lum::OwnedString;
+
+/// An entry of the index, in the host's byte order.
+struct Entry {
+    std::uint16_t number;
+    std::uint16_t position;
+};
+static_assert(sizeof(Entry) == 4);
+
+struct Slot {
+    unsigned int number = 0;  // 0 for none
+    bool isFound = false;
+    CString text;
+};
+
+constexpr std::size_t kSlots = 64;
+/// Lives as long as the process once there is one.
+std::array<Slot, kSlots>* slots = nullptr;
+
+/// Numbers above 8 have odd slots only. That is no slip.
+std::size_t SlotOf(unsigned int number) { return (number | (number > 8 ? 1U : 0U)) % kSlots; }
+
+/// Copies the entry of a number, if the index has one; of the number, the low 16 bits count.
+bool FindInIndex(unsigned int number, Entry& entry) {
+    const int count = NumStrRes();
+    if (count == 0) {
+        return false;
+    }
+    const Entry key{static_cast<std::uint16_t>(number), 0};
+    HLock(gStrResTable);
+    const void* const found =
+        std::bsearch(&key, *gStrResTable, static_cast<std::size_t>(count), sizeof(Entry), StrResCmp);
+    if (found != nullptr) {
+        std::memcpy(&entry, found, sizeof entry);
+    }
+    HUnlock(gStrResTable);
+    return found != nullptr;
+}
+
+/// The string of a single-string resource; false if there is none. One that ends too early is cut.
+bool GetSingleString(unsigned int number, Str255 text) {
+    auto* const handle = reinterpret_cast<Handle>(GetString(static_cast<ResID>(static_cast<std::uint16_t>(number))));
+    if (handle == nullptr) {
+        return false;
+    }
+    HLock(handle);
+    const Size size = GetHandleSize(handle);
+    text[0] = 0;
+    if (size > 0) {
+        const auto length = static_cast<unsigned char>(**handle);
+        text[0] = size > length ? length : static_cast<unsigned char>(size - 1);
+        std::memcpy(text + 1, *handle + 1, text[0]);
+    }
+    HUnlock(handle);
+    return true;
+}
+
+/// The answer of the first table that knows the key; the key itself if none does.
+OwnedString LookUpInTables(CFStringRef key, CFArrayRef tables) {
+    CFBundleRef const bundle = CFBundleGetMainBundle();
+    OwnedString answer(CFBundleCopyLocalizedString(bundle, key, key, nullptr));
+    for (CFIndex i = 0; answer.get() == key && i < CFArrayGetCount(tables); ++i) {
+        const auto* const table = static_cast<CFStringRef>(CFArrayGetValueAtIndex(tables, i));
+        answer.reset(CFBundleCopyLocalizedString(bundle, key, key, table));
+    }
+    return answer;
+}
+
+OwnedString KeyOf(unsigned int number) {
+    char text[10];  // cuts the longest numbers, by design
+    std::snprintf(text, sizeof text, "%d", static_cast<int>(number));
+    return OwnedString(CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingASCII));
+}
+
+}  // namespace
+
+// ---- The index ----------------------------------------------------------------------------------
+
+int StrResCmp(const void* a, const void* b) {
+    std::uint16_t numberA = 0, numberB = 0;
+    std::memcpy(&numberA, a, sizeof numberA);
+    std::memcpy(&numberB, b, sizeof numberB);
+    return int{numberA} - int{numberB};
+}
+
+void CheckStrResTableForDups(void* /*table*/, int /*count*/) {}
+
+int NumStrRes() {
+    // No entries are left of an index whose file has been closed.
+    return gStrResTable == nullptr ? 0 : static_cast<int>(GetHandleSize(gStrResTable) / Size{sizeof(Entry)});
+}
+
+void InitStrResTable() {
+    constexpr ResType kIndexType = 0x5354526D;  // 'STRm'
+    gStrResTableInited = true;
+    gStrResTable = GetResource(kIndexType, 0);
+    if (gStrResTable != nullptr) {
+        HLock(gStrResTable);
+        std::qsort(*gStrResTable, static_cast<std::size_t>(NumStrRes()), sizeof(Entry), StrResCmp);
+        HUnlock(gStrResTable);
+    }
+}
+
+// ---- The look-up --------------------------------------------------------------------------------
+
+void CString::AddStringTableForSearch(const char* name) {
+    const OwnedString string(CFStringCreateWithCString(kCFAllocatorDefault, name, kCFStringEncodingASCII));
+    if (m_arrayOfStringTables == nullptr) {
+        m_arrayOfStringTables = CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks);
+    }
+    if (string != nullptr) {
+        CFArrayAppendValue(m_arrayOfStringTables, string.get());
+    }
+}
 
 bool CString::LoadString(unsigned int id) {
-    char digits[16];
-    const auto* const end = std::to_chars(digits, digits + sizeof digits, static_cast<int>(id)).ptr;
-    unsigned short units[sizeof digits];
-    int length = 0;
-    for (const char* digit = digits; digit != end; ++digit) {
-        units[length++] = Lum::AsUnit(*digit);
+    if (!gStrResTableInited) {
+        delete slots;
+        slots = nullptr;
     }
-    AssignCopy(length, units);
-    return true;
+    if (slots == nullptr) {
+        slots = new std::array<Slot, kSlots>;
+    }
+    Slot& slot = (*slots)[SlotOf(id)];
+    if (slot.number == id && id != 0) {
+        *this = slot.text;
+        return slot.isFound;
+    }
+    if (!gStrResTableInited) {
+        InitStrResTable();
+    }
+    slot.number = 0;  // until there is something to keep
+    const bool isFound = LookUp(id);
+    slot.text = *this;
+    slot.isFound = isFound;
+    slot.number = id;
+    return isFound;
+}
+
+bool CString::LookUp(unsigned int id) {
+    constexpr unsigned kFirstList = 200, kStringsPerList = 500;
+    Str255 text;
+    if (Entry entry{}; FindInIndex(id, entry)) {
+        GetIndString(text, static_cast<ResID>(kFirstList + entry.position / kStringsPerList),
+                     static_cast<short>(entry.position % kStringsPerList + 1));
+        if (text[0] != 0) {
+            FromMac(text);
+        }
+        return text[0] != 0;
+    }
+    if (GetSingleString(id, text)) {
+        FromMac(text);
+        return true;
+    }
+    const OwnedString key = KeyOf(id);
+    SetFromCFStringRef(LookUpInTables(key.get(), m_arrayOfStringTables).get(), kCFStringEncodingUTF16);
+    if (!IsEmpty()) {
+        return true;
+    }
+    // Numbers outside of the middle range get a second chance, which counts when memory was short before.
+    const bool isSingle = (id < 2000 || id > 20000) && GetSingleString(id, text);
+    if (isSingle) {
+        FromMac(text);
+    }
+    return isSingle;
 }

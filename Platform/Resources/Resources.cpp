@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <string_view>
 
 #include "Platform/Resources/BigEndian.h"
@@ -37,7 +38,11 @@ OSErr Add(Handle handle, ResType type, ResID id, std::string_view name) {
         !Resources::HasRoomFor(map, type, name.size(), static_cast<std::size_t>(GetHandleSize(handle)))) {
         return addResFailed;
     }
-    map.Add(handle, type, id, name);
+    try {
+        map.Add(handle, type, id, name);
+    } catch (const std::bad_alloc&) {
+        return memFullErr;
+    }
     return 0;
 }
 

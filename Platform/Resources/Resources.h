@@ -18,6 +18,7 @@ using StringHandle = unsigned char**;
 constexpr OSErr addResFailed = -194;  // NOLINT: the services' name
 constexpr OSErr resNotFound = -192;   // NOLINT: the services' name
 constexpr OSErr resFNotFound = -193;  // NOLINT: the services' name
+constexpr OSErr memFullErr = -108;    // NOLINT: the services' name
 constexpr OSErr opWrErr = -61;        // NOLINT: the services' name
 
 /// Null if no open file has it or there is no memory.

@@ -39,6 +39,7 @@
 #include <Lum/FixedAlloc.h>
 #include <Lum/HostStrings.h>
 #include <Lum/RuntimeNames.h>
+#include <Lum/StringResources.h>
 #include <Lum/Units.h>
 
 /// What lies in front of a buffer's units. For reading; see CString.
@@ -384,12 +385,42 @@ public:
     /// purpose) or 255, or the encoding cannot say them, only the length byte is written, and is 0.
     void ToMac(unsigned char* pascal, long size) const;
 
-    /// Loads a string by its number. One that nobody knows loads its own decimal text.
+    // ---- String resources -----------------------------------------------------------------------
+    // By number, as <Lum/StringResources.h> tells. By type and name, from the newest open resource file
+    // (<Lum/Platform.h>), and by handle: `unicode` texts are all the bytes, as units in the host's order;
+    // others the bytes up to the first NUL, in the application's encoding. Bytes that are not valid in
+    // it load the empty string. Types are four-character codes: 'TEXT' is 0x54455854. Names are Pascal
+    // strings in the application's encoding, equal in any case of the ASCII letters.
+
+    /// Loads a string by its number; one that nobody knows loads its own decimal text. False if the
+    /// index leads to an empty entry, which changes nothing, and if a table's string is empty.
     bool LoadString(unsigned int id);
     template <std::integral Id>
     bool LoadString(Id id) {
         return LoadString(static_cast<unsigned int>(id));
     }
+    /// Looks numbers up in one more table of the main bundle too, behind those before; ASCII.
+    static void AddStringTableForSearch(const char* name);
+    /// The names of those tables, or null. To be changed with AddStringTableForSearch.
+    static struct __CFArray* m_arrayOfStringTables;  // NOLINT: the services' name
+
+    /// Loads a handle's text; false, with nothing changed, for a null handle.
+    bool LoadString(char** handle);
+    bool LoadUnicodeString(char** handle);
+    /// Loads a resource; false, with nothing changed, if there is none.
+    bool LoadString(unsigned long type, const unsigned char* name, bool unicode);
+    bool LoadString(unsigned long type, const CString& name, bool unicode);
+
+    /// Writes the text, with no 0 behind it, into a handle, which is resized, or made if `*handle` is null
+    /// (give it back with DisposeHandle). Whether there was one.
+    bool UnloadUnicodeString(char*** handle) const;
+    /// The same up to the first 0 unit in the application's encoding: whole characters of at most twice
+    /// as many bytes as units, up to one that the encoding does not have.
+    bool UnloadString(char*** handle) const;
+    /// Writes into a resource and marks it changed, or adds one with a number of its own. Whether there
+    /// was one. Neither is kept by a file that was opened for reading only or has no room.
+    bool UnloadString(unsigned long type, const unsigned char* name, bool unicode) const;
+    bool UnloadString(unsigned long type, const CString& name, bool unicode) const;
 
     // ---- The buffer -----------------------------------------------------------------------------
 
@@ -494,6 +525,7 @@ private:
     LUM_HIDDEN void Adopt(CStringData* data) noexcept;
     [[nodiscard]] LUM_HIDDEN CString Piece(std::size_t first, std::size_t count) const;
     LUM_HIDDEN void Cut(std::size_t first, std::size_t count);
+    LUM_HIDDEN bool LookUp(unsigned int id);
 
     unsigned short* m_pchChars;  // Never null; the units, not the header in front of them.
 };

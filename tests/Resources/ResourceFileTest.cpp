@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <bit>
 #include <csignal>
+#include <cstdlib>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -339,6 +343,31 @@ TEST_F(ResourceFile, RefusesWhatTheLayoutHasNoRoomFor) {
     AddResource(HandleWith(""), Code("TEXT"), 256, Name(Pascal("n")));
     EXPECT_EQ(ResError(), addResFailed);
     EXPECT_TRUE(CloseResourceFile(names));
+}
+
+// LUM_KILLS sets how often; 500 takes some seconds.
+TEST_F(ResourceFile, IsWholeWheneverItsWriterIsKilled) {
+    const char* const wanted = std::getenv("LUM_KILLS");
+    std::mt19937 random(1);
+    for (int kills = wanted == nullptr ? 10 : std::atoi(wanted); kills > 0; --kills) {
+        Files::Write(m_Folder / "a", Fork({{"TEXT", 1, "0"}, {"TEXT", 2, "0"}}));
+        const pid_t writer = fork();
+        if (writer == 0) {
+            const short reference = OpenResourceFile(m_Folder / "a", true);
+            for (std::size_t size = 1;; size = size * 2 % 70'001) {
+                Set(GetResource(Code("TEXT"), 1), std::string(size, 'x'));
+                Set(GetResource(Code("TEXT"), 2), std::string(size, 'x'));
+                UpdateResourceFile(reference);
+            }
+        }
+        usleep(static_cast<useconds_t>(random() % (1U << random() % 17)));  // up to 65 ms, mostly less
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        const short reference = Open("a");
+        ASSERT_GT(reference, 0) << ExplainResourceFile(m_Folder / "a");
+        EXPECT_EQ(BytesOf(GetResource(Code("TEXT"), 1)), BytesOf(GetResource(Code("TEXT"), 2)));
+        CloseResourceFile(reference);
+    }
 }
 
 }  // namespace
