@@ -79,7 +79,7 @@ bool GetSingleString(unsigned int number, Str255 text) {
 
 /// The answer of the first table that knows the key; the key itself if none does.
 OwnedString LookUpInTables(CFStringRef key, CFArrayRef tables) {
-    CFBundleRef const bundle = CFBundleGetMainBundle();
+    auto* const bundle = CFBundleGetMainBundle();
     OwnedString answer(CFBundleCopyLocalizedString(bundle, key, key, nullptr));
     for (CFIndex i = 0; answer.get() == key && i < CFArrayGetCount(tables); ++i) {
         const auto* const table = static_cast<CFStringRef>(CFArrayGetValueAtIndex(tables, i));

