@@ -57,6 +57,10 @@ struct Cursor {
 
     [[nodiscard]] std::size_t Left() const noexcept { return static_cast<std::size_t>(fromEnd - from); }
     [[nodiscard]] std::size_t Room() const noexcept { return static_cast<std::size_t>(toEnd - to); }
+    void Advance(std::size_t read, std::size_t written) noexcept {
+        from += read;
+        to += written;
+    }
     [[nodiscard]] Progress Stop(OSStatus status, Input input, Output output) const noexcept {
         return {status, static_cast<std::size_t>(from - input.data()), static_cast<std::size_t>(to - output.data())};
     }

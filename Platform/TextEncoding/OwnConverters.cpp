@@ -3,9 +3,9 @@
 
 #include <bit>
 
-#include "Platform/TextEncoding/LatinPlain.h"
-#include "Platform/TextEncoding/Utf16Plain.h"
-#include "Platform/TextEncoding/Utf8Plain.h"
+#include "Platform/TextEncoding/Latin.h"
+#include "Platform/TextEncoding/Utf16.h"
+#include "Platform/TextEncoding/Utf8.h"
 
 namespace TextConversion {
 
@@ -28,6 +28,7 @@ constexpr TextEncoding Unicode(TextEncodingFormat format) {
     return CreateTextEncoding(kTextEncodingUnicodeDefault, kTextEncodingDefaultVariant, format);
 }
 
+constexpr TextEncoding kUtf8 = Unicode(kUnicodeUTF8Format);
 constexpr TextEncoding kUtf16 = Unicode(kUnicode16BitFormat);
 constexpr TextEncoding kSwappedUtf16 =
     Unicode(std::endian::native == std::endian::little ? kUnicodeUTF16BEFormat : kUnicodeUTF16LEFormat);
@@ -41,26 +42,36 @@ struct OwnEncoding {
 };
 
 constexpr OwnEncoding kOwnEncodings[] = {
-    {Unicode(kUnicodeUTF8Format), Plain::Utf8ToUtf16, Plain::Utf16ToUtf8},
-    {kUtf16, Plain::Utf16ToUtf16, Plain::Utf16ToUtf16},
-    {kNamedHostUtf16, Plain::Utf16ToUtf16, Plain::Utf16ToUtf16},
-    {kSwappedUtf16, Plain::SwappedToUtf16, Plain::Utf16ToSwapped},
-    {kTextEncodingISOLatin1, Plain::LatinToUtf16<0x100>, Plain::Utf16ToLatin<0x100>},
-    {kTextEncodingUS_ASCII, Plain::LatinToUtf16<0x80>, Plain::Utf16ToLatin<0x80>},
+    {kUtf16, CopyUtf16<false, false>, CopyUtf16<false, false>},
+    {kNamedHostUtf16, CopyUtf16<false, false>, CopyUtf16<false, false>},
+    {kSwappedUtf16, CopyUtf16<true, false>, CopyUtf16<false, true>},
+    {kTextEncodingISOLatin1, LatinToUtf16<0x100>, Utf16ToLatin<0x100>},
+    {kTextEncodingUS_ASCII, LatinToUtf16<0x80>, Utf16ToLatin<0x80>},
 };
+
+OwnEncoding FindOwnEncoding(TextEncoding encoding) {
+    if (encoding == kUtf8) {
+        const Utf8Functions functions = FastestUtf8();
+        return {kUtf8, functions.toUtf16, functions.fromUtf16};
+    }
+    for (const OwnEncoding& own : kOwnEncodings) {
+        if (own.encoding == encoding) {
+            return own;
+        }
+    }
+    return {encoding, nullptr, nullptr};
+}
 
 }  // namespace
 
 std::unique_ptr<Converter> MakeOwnConverter(TextEncoding from, TextEncoding to) {
-    for (const OwnEncoding& own : kOwnEncodings) {
-        if (from == own.encoding && to == kUtf16) {
-            return std::make_unique<StatelessConverter>(own.toUtf16);
-        }
-        if (from == kUtf16 && to == own.encoding) {
-            return std::make_unique<StatelessConverter>(own.fromUtf16);
-        }
+    ConvertFunction function = nullptr;
+    if (to == kUtf16) {
+        function = FindOwnEncoding(from).toUtf16;
+    } else if (from == kUtf16) {
+        function = FindOwnEncoding(to).fromUtf16;
     }
-    return nullptr;
+    return function != nullptr ? std::make_unique<StatelessConverter>(function) : nullptr;
 }
 
 }  // namespace TextConversion

@@ -46,9 +46,34 @@ constexpr bool IsUtf8Element(const unsigned char* from, const unsigned char* end
            (size < 3 || IsContinuation(from[2])) && (size < 4 || IsContinuation(from[3]));
 }
 
-inline Progress Utf8ToUtf16(Input input, Output output) noexcept {
-    Cursor cursor(input, output);
-    while (cursor.from != cursor.fromEnd) {
+/// Converts eight characters at a step while all are ASCII.
+inline void SkimAsciiToUtf16(Cursor& cursor) noexcept {
+    for (std::uint64_t bytes = 0; cursor.Left() >= 8 && cursor.Room() >= 16; cursor.Advance(8, 16)) {
+        std::memcpy(&bytes, cursor.from, 8);
+        if ((bytes & 0x8080808080808080) != 0) {
+            return;
+        }
+        for (std::size_t i = 0; i < 8; ++i) {
+            StoreUnit(cursor.to + 2 * i, cursor.from[i]);
+        }
+    }
+}
+
+inline void SkimAsciiFromUtf16(Cursor& cursor) noexcept {
+    for (std::uint64_t units[2] = {}; cursor.Left() >= 16 && cursor.Room() >= 8; cursor.Advance(16, 8)) {
+        std::memcpy(units, cursor.from, 16);
+        if (((units[0] | units[1]) & 0xFF80FF80FF80FF80) != 0) {
+            return;
+        }
+        for (std::size_t i = 0; i < 8; ++i) {
+            cursor.to[i] = static_cast<unsigned char>(LoadUnit(cursor.from + 2 * i));
+        }
+    }
+}
+
+/// Goes on from `cursor`.
+inline Progress Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept {
+    for (SkimAsciiToUtf16(cursor); cursor.from != cursor.fromEnd;) {
         const unsigned char* const from = cursor.from;
         const std::size_t size = Utf8Size(*from);
         const std::size_t written = size == 4 ? 4 : 2;
@@ -75,15 +100,14 @@ inline Progress Utf8ToUtf16(Input input, Output output) noexcept {
                 StoreUnit(cursor.to + 2, 0xDC00 | (scalar & 0x3FF));
             }
         }
-        cursor.from += size;
-        cursor.to += written;
+        cursor.Advance(size, written);
     }
     return cursor.Stop(noErr, input, output);
 }
 
-inline Progress Utf16ToUtf8(Input input, Output output) noexcept {
-    Cursor cursor(input, output);
-    while (cursor.from != cursor.fromEnd) {
+/// Goes on from `cursor`.
+inline Progress Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept {
+    for (SkimAsciiFromUtf16(cursor); cursor.from != cursor.fromEnd;) {
         if (const OSStatus fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != noErr) {
             return cursor.Stop(fault, input, output);
         }
@@ -116,10 +140,17 @@ inline Progress Utf16ToUtf8(Input input, Output output) noexcept {
                 tail(3, scalar);
             }
         }
-        cursor.from += isPair ? 4 : 2;
-        cursor.to += size;
+        cursor.Advance(isPair ? 4 : 2, size);
     }
     return cursor.Stop(noErr, input, output);
+}
+
+inline Progress Utf8ToUtf16(Input input, Output output) noexcept {
+    return Utf8ToUtf16Rest(Cursor(input, output), input, output);
+}
+
+inline Progress Utf16ToUtf8(Input input, Output output) noexcept {
+    return Utf16ToUtf8Rest(Cursor(input, output), input, output);
 }
 
 }  // namespace TextConversion::Plain

@@ -33,7 +33,7 @@ struct Bytes {
 
 /// Converts `input` with `room` bytes of output for each call, showing the converter `step` bytes more
 /// whenever it has come to the end of what it has seen; a text that ends well is flushed.
-inline Bytes RunAll(TECObjectRef converter, std::string_view input, std::size_t room = 4096,
+inline Bytes RunAll(TECObjectRef converter, std::string_view input, std::size_t room = std::size_t{1} << 16,
                     std::size_t step = std::string_view::npos) {
     Bytes result;
     std::size_t shown = std::min(step, input.size());

@@ -2,6 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "Platform/TextEncoding/Utf8.h"
+#include "tests/Generated.h"
 #include "tests/TextEncoding/Converted.h"
 
 namespace {
@@ -14,6 +21,32 @@ struct IllFormed {
     std::string bytes;
     OSStatus status;
 };
+
+std::u16string EveryScalar() {
+    std::u16string scalars;
+    for (char32_t scalar = 0; scalar < 0x110000; ++scalar) {
+        if (scalar >= 0x10000) {
+            scalars += static_cast<char16_t>(0xD7C0 + (scalar >> 10));
+            scalars += static_cast<char16_t>(0xDC00 | (scalar & 0x3FF));
+        } else if (scalar < 0xD800 || scalar > 0xDFFF) {
+            scalars += static_cast<char16_t>(scalar);
+        }
+    }
+    return scalars;
+}
+
+TEST(UnicodeConverters, EveryScalarComesBack) {
+    const std::u16string scalars = EveryScalar();
+    // UTF-8, UTF-16 in its three forms, UTF-7, UTF-32, GB 18030.
+    for (const TextEncoding encoding :
+         {0x08000100U, 0x0100U, 0x10000100U, 0x14000100U, 0x04000100U, 0x0C000100U, 0x0632U}) {
+        const auto out = FromUtf16(encoding, scalars);
+        EXPECT_EQ(out.status, noErr) << encoding;
+        const auto back = ToUtf16(encoding, out.text);
+        EXPECT_EQ(back.status, noErr) << encoding;
+        EXPECT_TRUE(back.text == scalars) << encoding;
+    }
+}
 
 TEST(UnicodeConverters, IllFormedUtf8IsToldByClass) {
     const IllFormed rows[] = {
@@ -50,6 +83,51 @@ TEST(UnicodeConverters, UnpairedSurrogatesAreMalformedOnTheWayOut) {
             EXPECT_EQ(result.read, 4U) << encoding;
         }
         EXPECT_EQ(FromUtf16(encoding, u"ab\xD83D").status, kTECPartialCharErr) << encoding;
+    }
+}
+
+/// Expects two functions to do the same with `input`, whatever room there is.
+void ExpectSame(TextConversion::ConvertFunction fast, TextConversion::ConvertFunction plain, const std::string& input) {
+    const Generated::Exact exact(input);
+    const TextConversion::Input bytes(reinterpret_cast<const unsigned char*>(exact.View().data()), input.size());
+    const std::size_t most = 3 * input.size();
+    for (std::size_t room = 0; room <= most; room = room + 1 + room / 3) {
+        const auto fastOutput = std::make_unique<unsigned char[]>(room);
+        const auto plainOutput = std::make_unique<unsigned char[]>(room);
+        const auto a = fast(bytes, {fastOutput.get(), room});
+        const auto b = plain(bytes, {plainOutput.get(), room});
+        ASSERT_EQ(std::tie(a.status, a.read, a.written), std::tie(b.status, b.read, b.written)) << room;
+        ASSERT_EQ(std::memcmp(fastOutput.get(), plainOutput.get(), a.written), 0) << room;
+    }
+}
+
+TEST(UnicodeConverters, TheFastUtf8GivesWhatThePlainOneGives) {
+    const TextConversion::Utf8Functions fast = TextConversion::FastestUtf8();
+    const std::array<std::string, 9> characters{"a",
+                                                "\x7F",
+                                                "\xC2\x80",
+                                                "\xDF\xBF",
+                                                "\xE0\xA0\x80",
+                                                "\xED\x9F\xBF",
+                                                "\xEF\xBF\xBF",
+                                                "\xF0\x90\x80\x80",
+                                                "\xF4\x8F\xBF\xBF"};
+    std::mt19937 random(3);
+    for (int round = 0; round < 4000; ++round) {
+        std::string text;
+        while (text.size() < 100 && random() % 24 != 0) {
+            const std::string& character = characters[random() % characters.size()];
+            for (std::size_t i = random() % 20; i > 0; --i) {
+                text += character;
+            }
+        }
+        auto units = std::string(Converted::AsBytes(ToUtf16(0x08000100, text).text));
+        if (round % 2 == 0 && !text.empty()) {
+            text[random() % text.size()] = static_cast<char>(random());
+            units[random() % units.size()] = static_cast<char>(0xD8 + random() % 8);
+        }
+        ExpectSame(fast.toUtf16, TextConversion::Plain::Utf8ToUtf16, text);
+        ExpectSame(fast.fromUtf16, TextConversion::Plain::Utf16ToUtf8, units);
     }
 }
 
