@@ -98,7 +98,10 @@ CString CString::Right(int count) const {
 
 CString CString::Mid(int first, int count) const {
     const int length = GetLength();
-    const int start = std::clamp(first, 0, length);
+    if (first > length) {
+        return {};
+    }
+    const int start = std::max(first, 0);
     const int kept = std::clamp(count, 0, length - start);
     return Piece(static_cast<std::size_t>(start), static_cast<std::size_t>(kept));
 }

@@ -16,6 +16,8 @@ using Lum::UnitsOf;
 
 int CString::LengthOf(const unsigned short* text) { return text == nullptr ? 0 : Lum::AsLength(Lum::CountUnits(text)); }
 
+int CString::LengthOf(std::u16string_view text) { return Lum::AsLength(text.size()); }
+
 // ---- Construction and assignment ----------------------------------------------------------------
 
 CString::CString(const unsigned short* text) : m_pchChars(EmptyText()) {
@@ -50,7 +52,7 @@ CString::CString(const unsigned short* units, int length) : m_pchChars(EmptyText
     }
 }
 
-CString::CString(std::u16string_view text) : CString(text.data(), Lum::AsLength(text.size())) {}
+CString::CString(std::u16string_view text) : CString(text.data(), LengthOf(text)) {}
 
 CString::CString(Joined /*joined*/, const unsigned short* a, int lengthA, const unsigned short* b, int lengthB)
     : m_pchChars(EmptyText()) {

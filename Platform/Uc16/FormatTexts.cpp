@@ -62,7 +62,7 @@ void FieldText::SetString(const Conversion& conversion, const void* text) {
     const std::size_t limit =
         conversion.precision.value < 0 ? kNoLimit : static_cast<std::size_t>(conversion.precision.value);
     if (text == nullptr) {
-        SetAscii(limit < kNull.size() ? "" : kNull);
+        SetAscii(kNull.substr(0, limit));
     } else if (IsNarrow(conversion)) {
         m_Narrow = static_cast<const char*>(text);
         m_Size = NarrowToUnits(m_Narrow, limit, nullptr);

@@ -28,9 +28,9 @@ const unsigned short* uc16_wcspbrk(const unsigned short* text, const unsigned sh
 //   %n            takes its pointer and writes nothing
 //   %%            a percent sign
 //
-// Width and precision count units of the result. A null text is "(null)" if the precision has room for
-// all of it, else nothing. What is not a conversion of C, or has a length modifier that does not belong
-// to it, stands in the result as it stands in the format and takes no argument.
+// Width and precision count units of the result. A null text is "(null)", cut by a precision like any
+// other. What is not a conversion of C, or has a length modifier that does not belong to it, stands in
+// the result as it stands in the format and takes no argument.
 //
 // Positions ("%2$s %1$*3$d") go up to 64; one between others that no conversion names is taken to be an
 // int. The first conversion decides between positions and arguments in their order. One of the other

@@ -116,6 +116,10 @@ public:
     /// Copies a 0-terminated text; null empties. No value is taken for a resource's number here.
     CString& operator=(const unsigned short* text);
     CString& operator=(const char16_t* text) { return *this = Lum::AsUnits(text); }
+    CString& operator=(std::u16string_view text) {
+        AssignCopy(LengthOf(text), text.data());
+        return *this;
+    }
     CString& operator=(std::nullptr_t) { return *this = static_cast<const unsigned short*>(nullptr); }
     /// Becomes the one unit.
     template <std::integral Unit>
@@ -177,6 +181,12 @@ public:
     friend std::strong_ordering operator<=>(const CString& a, std::u16string_view b) noexcept {
         return std::u16string_view(a) <=> b;
     }
+
+    // The generic comparisons of the standard library would compare pointers if these had no names.
+    friend bool operator<(const CString& a, const CString& b) noexcept { return a.Compare(b) < 0; }
+    friend bool operator>(const CString& a, const CString& b) noexcept { return a.Compare(b) > 0; }
+    friend bool operator<=(const CString& a, const CString& b) noexcept { return a.Compare(b) <= 0; }
+    friend bool operator>=(const CString& a, const CString& b) noexcept { return a.Compare(b) >= 0; }
 
     // ---- Searching ------------------------------------------------------------------------------
     // The index of what is found, or -1.
@@ -307,6 +317,10 @@ public:
     }
     CString& operator+=(const unsigned short* text);
     CString& operator+=(const char16_t* text) { return *this += Lum::AsUnits(text); }
+    CString& operator+=(std::u16string_view text) {
+        ConcatInPlace(LengthOf(text), text.data());
+        return *this;
+    }
     template <std::integral Unit>
     CString& operator+=(Unit unit) {
         const unsigned short text = Lum::AsUnit(unit);
@@ -324,6 +338,12 @@ public:
     }
     friend CString operator+(const CString& a, const char16_t* b) { return a + Lum::AsUnits(b); }
     friend CString operator+(const char16_t* a, const CString& b) { return Lum::AsUnits(a) + b; }
+    friend CString operator+(const CString& a, std::u16string_view b) {
+        return {Joined{}, a.m_pchChars, a.GetLength(), Lum::AsUnits(b.data()), LengthOf(b)};
+    }
+    friend CString operator+(std::u16string_view a, const CString& b) {
+        return {Joined{}, Lum::AsUnits(a.data()), LengthOf(a), b.m_pchChars, b.GetLength()};
+    }
     template <std::integral Unit>
     friend CString operator+(const CString& a, Unit b) {
         const unsigned short text = Lum::AsUnit(b);
@@ -348,6 +368,10 @@ public:
     /// With the format that is the string resource `formatId`.
     void Format(unsigned int formatId, ...);
     void FormatV(Lum::UnitPointer format, std::va_list arguments);
+    /// A CString among the arguments is refused here, whatever the compiler would make of it.
+    template <class Text, class... Arguments>
+    requires(std::same_as<Arguments, CString> || ...) void Format(const Text& format,
+                                                                  const Arguments&... arguments) = delete;
     /// Do nothing, on purpose.
     void FormatMessage(const unsigned short* format, ...);
     void FormatMessage(const char16_t* format, ...);
@@ -508,6 +532,7 @@ private:
     }
     /// Units before the 0; 0 for null. Throws std::bad_alloc if no int holds it.
     static int LengthOf(const unsigned short* text);
+    static int LengthOf(std::u16string_view text);
 
     void AssignShared(const CString& other);
     void Begin(const unsigned short* units, int length);

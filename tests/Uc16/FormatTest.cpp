@@ -34,7 +34,7 @@ TEST(Formats, TextsAndUnits) {
     EXPECT_EQ(Format(u"%.3s", Exact(u"abc", false).Get()), u"abc") << "needs no NUL";
     EXPECT_EQ(Format(u"%c%lc%3c%-3c|", 0x10041, 0xFFFF, u'b', u'c'), u"A\xFFFF  bc  |");
     EXPECT_EQ(Format(u"a%cb", 0), std::u16string(u"a\0b", 3));
-    EXPECT_EQ(Format(u"%s|%8s|%.5s|%.6S", nullptr, nullptr, nullptr, nullptr), u"(null)|  (null)||(null)");
+    EXPECT_EQ(Format(u"%s|%8s|%.5s|%.6S", nullptr, nullptr, nullptr, nullptr), u"(null)|  (null)|(null|(null)");
     EXPECT_EQ(Format(u"%p|%8p|%-8p|%.1p|", nullptr, nullptr, nullptr, nullptr), u"(nil)|   (nil)|(nil)   |(nil)|");
     int untouched = 7;
     EXPECT_EQ(Format(u"ab%n%5n%hhnc%d", &untouched, &untouched, &untouched, 3), u"abc3");

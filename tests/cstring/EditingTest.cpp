@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
 #include <sstream>
 #include <string>
 #include <type_traits>
 #include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -155,6 +157,8 @@ TEST(StringCalls, CompileWithoutCastsAndMeanTheObvious) {
     EXPECT_TRUE(s == std::u16string(u"xby") && s == std::u16string_view(u"xby") && s != a);
     EXPECT_EQ(std::u16string(s), u"xby");
     EXPECT_EQ(std::u16string(s.begin(), s.end()), u"xby");
+    EXPECT_EQ(s + std::u16string(u"!") + std::u16string_view(u"?"), u"xby!?");
+    EXPECT_EQ(std::u16string(u"!") + s, u"!xby");
     EXPECT_TRUE(s.LoadString(0));
     EXPECT_EQ(s, u"0");
     EXPECT_EQ(CString(reinterpret_cast<const char*>(1004)), u"1004");
@@ -163,10 +167,28 @@ TEST(StringCalls, CompileWithoutCastsAndMeanTheObvious) {
     EXPECT_EQ(std::hash<CString>{}(u"ab"), std::hash<std::u16string_view>{}(u"ab"));
     s = nullptr;
     EXPECT_TRUE(s.IsEmpty());
+    s = std::u16string(u"view");
+    s += std::u16string_view(u"!");
+    EXPECT_EQ(s, u"view!");
     s = 'q';
     s += "\xC3\xA9";
     EXPECT_EQ(s, u"q\u00E9");
     static_assert(std::is_nothrow_default_constructible_v<CString> && std::is_nothrow_swappable_v<CString>);
+}
+
+TEST(StringCalls, GenericComparisonsOrderTextsNotPointers) {
+    const std::vector<CString> sorted{u"", u"a", u"ab", u"b", u"\uFFFF"};
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        for (std::size_t j = 0; j < sorted.size(); ++j) {
+            // In a buffer of its own, so that an address cannot be right by chance both ways.
+            const CString a(sorted[i].GetAsUniCharStr());
+            EXPECT_EQ(std::less<>{}(a, sorted[j]), i < j);
+            EXPECT_EQ(std::greater_equal<>{}(a, sorted[j]), i >= j);
+            EXPECT_EQ(std::ranges::less{}(sorted[j], a), j < i);
+            EXPECT_EQ(std::ranges::equal_to{}(a, sorted[j]), i == j);
+        }
+    }
+    EXPECT_TRUE((std::map<CString, int, std::less<>>{{u"a", 1}}.contains(u"a")));
 }
 
 TEST(StringCalls, PrintAsUtf8) {

@@ -307,8 +307,9 @@ private:
                 const auto at = static_cast<std::size_t>(std::clamp(first, 0, otherModel.Length()));
                 const auto text = otherModel.Text().substr(at, static_cast<std::size_t>(count));
                 String piece;
-                text.size() == otherModel.Text().size() && otherModel.Get().count > 0 ? piece.Share(otherModel)
-                                                                                      : piece.Assign(text);
+                first <= 0 && text.size() == otherModel.Text().size() && otherModel.Get().count > 0
+                    ? piece.Share(otherModel)
+                    : piece.Assign(text);
                 s = other.Mid(first, count);
                 m.AssignString(piece);
                 return piece.Release();
