@@ -182,8 +182,8 @@ void ExpectPiecesLikeWhole(TextEncoding from, TextEncoding to, const std::string
         const std::string input = text + behind + (behind.empty() ? "" : text.substr(0, 8));
         const Bytes whole = RunAll(converter.get(), input);
         TECClearConverterContextInfo(converter.get());
-        for (const std::size_t step : {1, 2, 5, 64}) {
-            for (const std::size_t room : {16, 17, 18, 19, 23, 40, 101}) {
+        for (const std::size_t step : {1U, 2U, 5U, 64U}) {
+            for (const std::size_t room : {16U, 17U, 18U, 19U, 23U, 40U, 101U}) {
                 const Bytes pieces = RunAll(converter.get(), input, room, step);
                 TECClearConverterContextInfo(converter.get());
                 ASSERT_TRUE(pieces == whole)
