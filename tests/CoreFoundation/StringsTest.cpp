@@ -129,8 +129,12 @@ TEST(CoreFoundationStrings, TakeBytesOnlyWhereAllAreValid) {
     for (const Row& row : std::vector<Row>{{kCFStringEncodingASCII, "a", {'a'}},
                                            {kCFStringEncodingASCII, "a\x80", {}},
                                            {kCFStringEncodingISOLatin1, "\x80\xFF", {0x80, 0xFF}},
+                                           {kCFStringEncodingUTF8, "\xC3\xA9\xE2\x82\xAC", {0xE9, 0x20AC}},
+                                           {kCFStringEncodingUTF8, "\xF0\x9F\x98\x80", {0xD83D, 0xDE00}},
                                            {kCFStringEncodingUTF8, "a\xE2\x82", {}},
+                                           {kCFStringEncodingUTF8, "\xC0\x80", {}},
                                            {kCFStringEncodingUTF8, "\xED\xA0\x80", {}},
+                                           {kCFStringEncodingUTF8, "\xF4\x90\x80\x80", {}},
                                            {kCFStringEncodingUTF16, "abc", {}},
                                            {0xFFFF, "a", {}}}) {
         const OwnedString string = Make(row.bytes, row.encoding);

@@ -8,7 +8,6 @@
 #include <Lum/URI.h>
 
 #include "Mac/FileSystemPaths.h"
-#include "Platform/CoreFoundation/CFString.h"
 
 namespace {
 
@@ -95,34 +94,6 @@ TEST(LocalPaths, TheStartupVolumeHasAName) {
     EXPECT_EQ(Mac::ColonToPosixPath(":x"), "");
     EXPECT_EQ(Mac::ColonToPosixPath("Macintosh HD"), "/");
     EXPECT_EQ(Mac::PosixToColonPath(""), "");
-}
-
-TEST(LocalPaths, TheHostsStringsAreCountedAndStrict) {
-    struct Row {
-        const char* text;
-        CFIndex length;  // -1 if it is not UTF-8
-    };
-    for (const Row& row : std::vector<Row>{{"", 0},
-                                           {"a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80", 5},
-                                           {"\xC0\x80", -1},
-                                           {"\xED\xA0\x80", -1},
-                                           {"\xF4\x90\x80\x80", -1},
-                                           {"\xE2\x82", -1},
-                                           {"\x80", -1}}) {
-        const CFStringRef string = CFStringCreateWithCString(kCFAllocatorDefault, row.text, kCFStringEncodingUTF8);
-        ASSERT_EQ(string != nullptr, row.length >= 0) << row.text;
-        if (string != nullptr) {
-            EXPECT_EQ(CFRetain(string), string);
-            CFRelease(string);
-            EXPECT_EQ(CFStringGetLength(string), row.length);
-            std::string buffer(std::string(row.text).size() + 1, 'x');
-            const auto size = static_cast<CFIndex>(buffer.size());
-            EXPECT_EQ(CFStringGetCString(string, buffer.data(), size - 1, kCFStringEncodingUTF8), 0);
-            EXPECT_NE(CFStringGetCString(string, buffer.data(), size, kCFStringEncodingUTF8), 0);
-            EXPECT_STREQ(buffer.c_str(), row.text);
-            CFRelease(string);
-        }
-    }
 }
 
 }  // namespace
