@@ -63,14 +63,17 @@ void Measure(benchmark::State& state, Inputs& inputs, Call call, Count count) {
 }
 
 /// Registers what `run` does with the measuring library's state as "family/case/subject": as often as
-/// time asks for, or a fixed number of iterations where what it uses up has an end.
+/// time asks for, or a fixed number of iterations where what it uses up has an end. What comes back takes
+/// further settings: UseRealTime() for work on several threads, told by the clock on the wall.
 template <class Run>
-void Register(const std::string& caseName, const std::string& subject, Run run, benchmark::IterationCount fixed = 0) {
+benchmark::internal::Benchmark* Register(const std::string& caseName, const std::string& subject, Run run,
+                                         benchmark::IterationCount fixed = 0) {
     CaseNames().push_back(caseName + "/" + subject);
     auto* const registered = benchmark::RegisterBenchmark(CaseNames().back().c_str(), run);
     if (fixed != 0) {
         registered->Iterations(fixed);
     }
+    return registered;
 }
 
 /// Adds `caseName` ("family/case") for a subject that takes the inputs, texts mostly, as they are. They

@@ -70,7 +70,9 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
         }
         // Processor time: another program on the machine disturbs it less than the clock on the wall.
         const std::string& name = run.run_name.function_name;
-        m_Times[name].push_back(run.GetAdjustedCPUTime() / run.counters.at(kUnitsCounter).value);
+        const bool isByWall = !run.run_name.time_type.empty();
+        const double time = isByWall ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+        m_Times[name].push_back(time / run.counters.at(kUnitsCounter).value);
         if (const auto found = run.counters.find(kAllocationsCounter); found != run.counters.end()) {
             m_Allocations[name] = found->second.value;
         }

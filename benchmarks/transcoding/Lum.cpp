@@ -1,0 +1,73 @@
+// Lum: the operations on whole texts, and how they share the machine.
+#include <Lum/Transcoder.h>
+
+#include <barrier>
+#include <thread>
+
+#include "Case.h"
+#include "Family.h"
+#include "transcoding/TranscodingFamily.h"
+
+namespace Bench::Transcoding {
+namespace {
+
+using Lum::Transcoder;
+
+/// Lets `count` threads convert short texts, each of them all, and tells the time of the whole.
+void MeasureThreads(benchmark::State& state, const std::vector<std::string>& texts, std::ptrdiff_t count) {
+    constexpr int rounds = 100;
+    std::barrier together(count + 1);
+    bool isOver = false;
+    std::vector<std::thread> threads;
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        threads.emplace_back([&] {
+            for (together.arrive_and_wait(); !isOver; together.arrive_and_wait()) {
+                for (int round = 0; round < rounds; ++round) {
+                    for (const std::string& text : texts) {
+                        benchmark::DoNotOptimize(Transcoder::UTF8ToUTF16(text));
+                    }
+                }
+                together.arrive_and_wait();
+            }
+        });
+    }
+    for ([[maybe_unused]] auto iteration : state) {
+        together.arrive_and_wait();
+        together.arrive_and_wait();
+    }
+    isOver = true;
+    together.arrive_and_wait();
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    state.counters[kUnitsCounter] = static_cast<double>(texts.size()) * rounds * static_cast<double>(count);
+}
+
+void AddThreadCase(const std::string& caseName, const std::string& name, const std::vector<std::string>& texts,
+                   std::ptrdiff_t count) {
+    Register(caseName, name, [&texts, count](benchmark::State& state) {
+        MeasureThreads(state, texts, count);
+    })->UseRealTime();
+}
+
+void AddCases(const std::string& name, const Inputs& inputs) {
+    for (const UnicodeCase& c : inputs.unicode) {
+        AddCase(c.toWide, name, c.narrow, Transcoder::UTF8ToUTF16);
+        AddCase(c.fromWide, name, c.wide, Transcoder::UTF16ToUTF8);
+    }
+    for (const EncodingCase& c : inputs.encodings) {
+        AddCase(c.toWide, name, c.narrow,
+                [&c](const std::string& bytes) { return Transcoder::EncodingToUTF16(bytes, c.encoding); });
+        AddCase(c.fromWide, name, c.wide,
+                [&c](const std::u16string& text) { return Transcoder::UTF16ToEncoding(text, c.encoding); });
+    }
+    const std::vector<std::string>& texts = inputs.unicode.front().narrow;
+    AddThreadCase(kOneThread, name, texts, 1);
+    AddThreadCase(kTwoThreads, name, texts, 2);
+    AddThreadCase(kEightThreads, name, texts, 8);
+}
+
+const AddSubject add{{kMeasured, AddCases}};
+
+}  // namespace
+}  // namespace Bench::Transcoding
