@@ -29,6 +29,7 @@ set(LUM_SOURCES
     Platform/TextEncoding/IcuConverter.cpp
     Platform/TextEncoding/OwnConverters.cpp
     Platform/TextEncoding/ScriptEncodings.cpp
+    Platform/TextEncoding/SingleByte.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
     Platform/Uc16/FloatingText.cpp
     Platform/Uc16/FormatArguments.cpp

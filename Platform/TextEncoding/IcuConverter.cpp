@@ -12,29 +12,16 @@
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
 
 #include "Platform/TextEncoding/IcuDirections.h"
+#include "Platform/TextEncoding/SingleByte.h"
 
 namespace TextConversion {
 
 namespace {
-
-OSStatus StatusOf(UErrorCode error) {
-    switch (error) {
-        case U_BUFFER_OVERFLOW_ERROR:
-            return noErr;
-        case U_INVALID_CHAR_FOUND:
-            return kTECUnmappableElementErr;
-        case U_MEMORY_ALLOCATION_ERROR:
-            throw std::bad_alloc();
-        default:
-            return U_SUCCESS(error) != 0 ? noErr : kTextMalformedInputErr;
-    }
-}
 
 /// Whether what bytes mean depends on those before their character.
 bool HasState(UConverterType type) {
@@ -49,7 +36,8 @@ public:
     explicit IcuConverter(IcuHandle handle) noexcept
         : m_Handle(std::move(handle)),
           m_HasState(HasState(ucnv_getType(m_Handle.get()))),
-          m_IsUtf7(ucnv_getType(m_Handle.get()) == UCNV_UTF7) {}
+          m_IsUtf7(ucnv_getType(m_Handle.get()) == UCNV_UTF7),
+          m_Longest(m_HasState ? Direction::kLongest : Direction::LongestWithoutState(m_Handle.get())) {}
 
     Progress Convert(Input input, Output output) override;
     Progress Flush(Output output) override;
@@ -91,6 +79,8 @@ private:
     bool m_HasState;
     /// ICU lets unpaired surrogates pass there.
     bool m_IsUtf7;
+    /// The most units that a character becomes.
+    std::size_t m_Longest;
     /// Places in the text, in units of the input: how far it has been given to ICU, how far it has been
     /// reported as read, and how far it may be reported once nothing is owed.
     std::uint64_t m_Seen = 0;
@@ -124,12 +114,13 @@ Progress IcuConverter<Direction>::Convert(Input input, Output output) {
             return StopAtEnd(call);
         }
         // Near the end of the room ICU might divide a character.
-        constexpr std::size_t worthwhile = 2 * Direction::kLongest * sizeof(To) + 16;
+        const std::size_t worthwhile = 2 * m_Longest * sizeof(To) + 16;
         const bool isAligned = reinterpret_cast<std::uintptr_t>(call.Room().data()) % alignof(To) == 0;
         if (isAligned && call.Room().size() >= worthwhile && !m_IsUtf7) {
             ConvertInPlace(call, units);
         } else {
-            ConvertToOwed(units);
+            // No more than can be there beside the first that does not fit.
+            ConvertToOwed(units.first(std::min(units.size(), Direction::PieceFor(call.Room().size()))));
         }
     }
 }
@@ -172,9 +163,10 @@ void IcuConverter<Direction>::ReadUpTo(Call& call, std::uint64_t place) {
 /// Writes the owed characters that fit; whether that were all.
 template <class Direction>
 bool IcuConverter<Direction>::HandOut(Call& call) {
+    const bool fitsAll = call.Room().size() >= (m_OwedReady - m_OwedFirst) * sizeof(To);
     while (m_OwedFirst != m_OwedReady) {
-        std::size_t next = m_OwedFirst + 1;
-        while (next != m_OwedReady && m_OwedPlaces[next] == m_OwedPlaces[m_OwedFirst]) {
+        std::size_t next = fitsAll ? m_OwedReady : m_OwedFirst + 1;
+        while (next != m_OwedReady && (m_OwedPlaces[next] == m_OwedPlaces[m_OwedFirst])) {
             ++next;
         }
         const std::size_t size = (next - m_OwedFirst) * sizeof(To);
@@ -217,14 +209,14 @@ void IcuConverter<Direction>::ConvertInPlace(Call& call, Units units) {
     const Output room = call.Room();
     To* const to = reinterpret_cast<To*>(room.data());
     Run run{units.data(), units.data() + units.size(), to,
-            to + std::min(room.size() / sizeof(To) - Direction::kLongest, kLargestBlock), nullptr};
+            to + std::min(room.size() / sizeof(To) - m_Longest, kLargestBlock), nullptr};
     UErrorCode error = U_ZERO_ERROR;
     Direction::Convert(m_Handle.get(), run, false, error);
     const From* const end = run.from;
     if (error == U_BUFFER_OVERFLOW_ERROR) {
         // The rest of the last character.
         run.fromEnd = run.from;
-        run.toEnd += Direction::kLongest;
+        run.toEnd += m_Longest;
         error = U_ZERO_ERROR;
         Direction::Convert(m_Handle.get(), run, false, error);
     }
@@ -235,7 +227,7 @@ void IcuConverter<Direction>::ConvertInPlace(Call& call, Units units) {
 
 template <class Direction>
 void IcuConverter<Direction>::ConvertToOwed(Units units) {
-    units = Direction::WithoutHalfPair(units.first(std::min(units.size(), kPiece)));
+    units = Direction::WithoutHalfPair(units);
     const Units piece = m_IsUtf7 ? Direction::Utf7Piece(units) : units;
     if (piece.empty()) {
         m_Fault = kTextMalformedInputErr;
@@ -309,6 +301,13 @@ std::unique_ptr<Converter> Make(std::string_view name) {
     }
     if (U_FAILURE(error) != 0) {
         return nullptr;
+    }
+    if constexpr (std::is_same_v<Direction, IcuToUtf16>) {
+        if (ucnv_getType(handle.get()) == UCNV_SBCS || ucnv_getMaxCharSize(handle.get()) == 1) {
+            if (auto singleByte = MakeSingleByteToUtf16(handle.get())) {
+                return singleByte;
+            }
+        }
     }
     return std::make_unique<IcuConverter<Direction>>(std::move(handle));
 }

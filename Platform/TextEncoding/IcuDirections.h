@@ -22,7 +22,7 @@ struct IcuCloser {
 using IcuHandle = std::unique_ptr<UConverter, IcuCloser>;
 
 /// How much ICU is given at a time where the result does not go to the output itself.
-constexpr std::size_t kPiece = 16;
+constexpr std::size_t kPiece = 64;
 /// ICU refuses blocks of 2 GB.
 constexpr std::size_t kLargestBlock = std::size_t{1} << 28;
 
@@ -37,12 +37,28 @@ struct IcuRun {
     std::int32_t* offsets;
 };
 
+inline OSStatus StatusOf(UErrorCode error) {
+    switch (error) {
+        case U_BUFFER_OVERFLOW_ERROR:
+            return noErr;
+        case U_INVALID_CHAR_FOUND:
+            return kTECUnmappableElementErr;
+        case U_MEMORY_ALLOCATION_ERROR:
+            throw std::bad_alloc();
+        default:
+            return U_SUCCESS(error) != 0 ? noErr : kTextMalformedInputErr;
+    }
+}
+
 struct IcuToUtf16 {
     using From = unsigned char;
     using To = char16_t;
     using Run = IcuRun<From, To>;
     /// The most units that a character becomes.
     static constexpr std::size_t kLongest = 4;
+    static std::size_t LongestWithoutState(const UConverter* /*converter*/) { return kLongest; }
+    /// With little room as many bytes as could fit it, and one character more.
+    static std::size_t PieceFor(std::size_t room) { return std::min(kPiece, 2 * room + 4); }
 
     static void Prepare(UConverter* converter, UErrorCode& error) {
         ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
@@ -123,6 +139,11 @@ struct IcuFromUtf16 {
     using Run = IcuRun<From, To>;
     /// The most bytes that a character becomes, with its shift sequences.
     static constexpr std::size_t kLongest = 16;
+    static std::size_t LongestWithoutState(const UConverter* converter) {
+        return std::min(static_cast<std::size_t>(ucnv_getMaxCharSize(converter)), kLongest);
+    }
+    /// With little room as many units as could fit it, and the next pair.
+    static std::size_t PieceFor(std::size_t room) { return std::min(kPiece, room + 2); }
 
     /// ICU's own callback for stopping passes over characters that are not seen, as U+FEFF and U+00AD, where
     /// the encoding has none of them. This one leaves the error standing for every character.
@@ -152,9 +173,13 @@ struct IcuFromUtf16 {
         std::memcpy(copies.data(), bytes.data(), copied * sizeof(From));
         return {copies.data(), copied};
     }
-    /// Pairs of surrogates are not divided, so that ICU never holds half of one.
+    /// Pairs of surrogates are not divided, so that ICU never holds half of one. It may see a second first
+    /// half, at which it finds the one before wanting.
     static std::span<const From> WithoutHalfPair(std::span<const From> units) {
-        return units.first(units.size() - (!units.empty() && IsLeadSurrogate(units.back()) ? 1 : 0));
+        const std::size_t size = units.size();
+        const bool isHalf =
+            size > 0 && IsLeadSurrogate(units[size - 1]) && (size == 1 || !IsLeadSurrogate(units[size - 2]));
+        return units.first(isHalf ? size - 1 : size);
     }
     /// What to convert at a time of UTF-7: all before an unpaired surrogate.
     static std::span<const From> Utf7Piece(std::span<const From> units) {
