@@ -43,6 +43,7 @@ native_paths() {
             "build/native-$style/tests/lum-tests" --gtest_filter='LocalPaths.*:Overrides.*' || return 1
     done
 }
+samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
 fuzz_briefly() {
     for target in build/asan/fuzz/fuzz-*; do
@@ -57,6 +58,7 @@ check "g++, optimised: no warning" build release
 check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
 check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
+check "the sample files are what their script writes" samples
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
 check "fuzz targets, briefly" fuzz_briefly
 check "clang-tidy" tidy

@@ -142,6 +142,36 @@ expect 1 '9223372036854775808
   not valid' "$lum" time --ticks 9223372036854775808
 "$lum" time --json | grep -q '"valid":true,"text":"2.*Z","ticks":1[0-9]*0000000,' || { echo "FAILED: lum time"; failed=1; }
 
+# Numbers by index and table; a text written, and read back with the list.
+samples=$(dirname "$(readlink -f "$0")")/../examples
+file=$(mktemp)
+trap 'rm -f "$file"' EXIT
+cp "$samples/strings.rsrc" "$file"
+expect 0 'Save as…
+Hello, world
+Bereit
+7' env LC_ALL=de_AT.UTF-8 "$lum" strings "$file" 1003 128 2001 7 --bundle "$samples/bundle"
+expect 0 '{"number":1003,"found":true,"text":"Save as…"}' "$lum" strings --json "$file" 1003
+expect 0 '' "$lum" strings "$file" --set STR Füll 'Größe'
+expect 0 '' "$lum" strings "$file" --set utxt w $'\e€'
+expect 0 '' "$lum" strings "$file" --encoding latin1 --set TEXT ABOUT é
+expect 0 '{"type":"STR ","id":128,"name":"Greeting","size":13,"texts":["Hello, world"]}
+{"type":"STR ","id":129,"name":"Füll","size":8,"texts":["Größe"]}' bash -c "'$lum' strings --json '$file' | head -2"
+expect 0 'TEXT    128  About
+             \xe9
+utxt    128  w
+             \x1b€' bash -c "'$lum' strings '$file' | tail -4"
+expect 0 'lum: '"$samples"'/bundle/Resources: no table "T"
+Ready' "$lum" strings "$file" 2001 --table T --bundle "$samples/bundle"
+expect 2 'lum: more than a text: "STR#"' "$lum" strings "$file" --set STR# a b
+expect 2 'lum: a type has four characters, not "TEXTS"' "$lum" strings "$file" --set TEXTS a b
+expect 2 'lum: a text of this type has at most 255 bytes, all of them in the encoding' \
+    "$lum" strings "$file" --set STR a "$(printf %0256d 0)"
+expect 2 'lum: NUMBER: no string number: "1x" (lum --help tells more)' "$lum" strings "$file" 1x
+expect 2 'lum: no encoding "x"' "$lum" strings "$file" --encoding x
+expect 2 "lum: $0: data or map lie outside the file" "$lum" strings "$0"
+expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set TEXT a b
+
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'

@@ -19,5 +19,6 @@ void AddPath(CLI::App& app, int& status);
 void AddConvert(CLI::App& app, int& status);
 void AddEncodings(CLI::App& app, int& status);
 void AddTime(CLI::App& app, int& status);
+void AddStrings(CLI::App& app, int& status);
 
 }  // namespace Tool

@@ -29,7 +29,7 @@ int Run(int argc, char** argv) {
     int status = 0;
     for (const auto add : {Tool::AddParse, Tool::AddEscape, Tool::AddUnescape, Tool::AddResolve, Tool::AddRelative,
                            Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery, Tool::AddPath,
-                           Tool::AddConvert, Tool::AddEncodings, Tool::AddTime}) {
+                           Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings}) {
         add(app, status);
     }
     try {

@@ -1,0 +1,166 @@
+// lum strings: what is in a resource file, strings by number, and a named resource set.
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <Lum/CString.h>
+#include <Lum/Platform.h>
+#include <Lum/ResourceFile.h>
+#include <Lum/Transcoder.h>
+#include <CLI/CLI.hpp>
+
+#include "tools/lum/Arguments.h"
+#include "tools/lum/Commands.h"
+#include "tools/lum/Display.h"
+#include "tools/lum/Lines.h"
+#include "tools/lum/Output.h"
+#include "tools/lum/ResourceTexts.h"
+
+namespace Tool {
+namespace {
+
+struct Options {
+    bool json = false;
+    std::string file;
+    std::vector<std::string> numbers;
+    std::string bundle;
+    std::vector<std::string> tables;
+    std::string encoding;
+    std::vector<std::string> set;  // type, name and text
+};
+
+/// An open resource file.
+class File {
+public:
+    File(const std::string& name, bool isWritable)
+        : m_Name(name), m_Reference(Lum::Platform::OpenResourceFile(name, isWritable)) {
+        if (m_Reference == -1) {
+            const std::string problem = Lum::Platform::ExplainResourceFile(name);
+            throw std::runtime_error(Printable(name) + ": " + (problem.empty() ? "cannot be written" : problem));
+        }
+    }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File() { Lum::Platform::CloseResourceFile(m_Reference); }
+
+    [[nodiscard]] short Reference() const { return m_Reference; }
+    void Update() const {
+        if (!Lum::Platform::UpdateResourceFile(m_Reference)) {
+            throw std::runtime_error("cannot write " + Printable(m_Name));
+        }
+    }
+
+private:
+    const std::string m_Name;
+    const short m_Reference;
+};
+
+/// Of one to four characters; a short one is filled up with blanks.
+std::uint32_t CodeOf(std::string type) {
+    if (type.empty() || type.size() > 4) {
+        throw std::runtime_error("a type has four characters, not \"" + Printable(type) + '"');
+    }
+    type.resize(4, ' ');
+    std::uint32_t code = 0;
+    for (const char c : type) {
+        code = code << 8 | static_cast<unsigned char>(c);
+    }
+    return code;
+}
+
+void List(const Options& options) {
+    const File file(options.file, false);
+    for (const Lum::Platform::ResourceEntry& resource : Lum::Platform::ListResources(file.Reference())) {
+        if (options.json) {
+            WriteJson(AsJson(resource));
+        } else {
+            WriteText(AsRows(resource));
+        }
+    }
+}
+
+void LookUp(const Options& options, int& status) {
+    const File file(options.file, false);
+    if (!options.bundle.empty()) {
+        Lum::Platform::SetMainBundle(options.bundle);
+    }
+    for (const std::string& table : options.tables) {
+        CString::AddStringTableForSearch(table.c_str());
+        const std::string problems = Lum::Platform::ExplainStringTable(table);
+        for (std::size_t at = 0, end = 0; (end = problems.find('\n', at)) != std::string::npos; at = end + 1) {
+            WriteError(Printable(problems.substr(at, end - at)));
+        }
+    }
+    for (const std::string& text : options.numbers) {
+        unsigned int number = 0;
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        CString string;
+        const bool isFound = string.LoadString(number);
+        status |= isFound ? 0 : 1;
+        if (options.json) {
+            WriteJson({{"number", number}, {"found", isFound}, {"text", string.ToUTF8()}});
+        } else {
+            WriteLine(Printable(string.ToUTF8()));
+        }
+    }
+}
+
+void Set(const Options& options) {
+    const std::string &type = options.set[0], &name = options.set[1], &text = options.set[2];
+    const std::uint32_t code = CodeOf(type);
+    if (code == kStringList || code == kIndex) {
+        throw std::runtime_error("more than a text: \"" + type + '"');
+    }
+    const File file(options.file, true);
+    const CString value = CString::FromUTF8(text);
+    if (code == kSingleString) {
+        PascalAsUnits(value).UnloadString(code, CString::FromUTF8(name), true);
+    } else {
+        value.UnloadString(code, CString::FromUTF8(name), code == kUnicodeText);
+    }
+    file.Update();
+}
+
+std::string CheckNumber(const std::string& text) {
+    unsigned int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? "" : "no string number: \"" + text + '"';
+}
+
+}  // namespace
+
+void AddStrings(CLI::App& app, int& status) {
+    auto* command = app.add_subcommand("strings", "Show what is in a resource file, look numbers up, or set a text");
+    const auto options = std::make_shared<Options>();
+    command->add_flag("--json", options->json, "Print one JSON object a line");
+    AddText(*command, "FILE", options->file, "The resource file")->required();
+    AddTexts(*command, "NUMBER", options->numbers, "Print the strings of these numbers")->check(CheckNumber);
+    AddText(*command, "--bundle", options->bundle, "The folder of the localised-strings tables")->option_text("DIR");
+    AddTexts(*command, "--table", options->tables, "Look in these tables too")->option_text("NAME ...");
+    AddText(*command, "--encoding", options->encoding, "The encoding of texts and names")->option_text("ENC");
+    auto* set = AddTexts(*command, "--set", options->set, "Write a text into the resource of this type and name");
+    set->option_text("TYPE NAME TEXT")->expected(3)->excludes("NUMBER");
+    command->callback([options, &status] {
+        if (!options->encoding.empty()) {
+            const Lum::TextEncoding encoding = Lum::EncodingToCharSetID(options->encoding);
+            if (encoding == 0xFFFF) {
+                throw std::runtime_error("no encoding \"" + Printable(options->encoding) + '"');
+            }
+            Lum::Platform::SetApplicationTextEncoding(encoding);
+        }
+        if (!options->set.empty()) {
+            Set(*options);
+        } else if (!options->numbers.empty()) {
+            LookUp(*options, status);
+        } else {
+            List(*options);
+        }
+    });
+}
+
+}  // namespace Tool
