@@ -43,6 +43,24 @@ inline CStringData* NewShortCopy(const unsigned short* units, int length) noexce
     return data;
 }
 
+/// A buffer with a copy of a short piece of a text, or null where NewShortCopy has to do. Units behind the
+/// piece are copied along, so that no branch depends on its length: those of tokens cannot be foreseen.
+inline CStringData* NewPiece(CStringData* text, std::size_t first, std::size_t count) noexcept {
+    constexpr std::size_t most = CapacityOfClass(0);
+    const std::size_t copied = count <= most / 2 ? most / 2 : most;
+    if (count == 0 || count > most || first + copied > static_cast<std::size_t>(text->allocLength) ||
+        !IsBufferMemoryReady(0)) {
+        return nullptr;
+    }
+    auto* const data = static_cast<CStringData*>(TakeBufferMemory(0));
+    const unsigned short* const from = UnitsOf(text) + first;
+    std::memcpy(UnitsOf(data), from, most / 2 * sizeof *from);
+    if (copied == most) {
+        std::memcpy(UnitsOf(data) + most / 2, from + most / 2, most / 2 * sizeof *from);
+    }
+    return PlaceBuffer(data, static_cast<int>(count), most);
+}
+
 /// A buffer with room for `length` units, which is above 0: count 1, that length, the 0 behind it; the
 /// units are unset.
 CStringData* NewBuffer(int length);

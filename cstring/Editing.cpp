@@ -178,18 +178,23 @@ private:
     int m_Places[kKept];  // NOLINT: set up to m_Count
 };
 
-/// Writes the text [text, text + length) with its matches replaced to `to`, which may be the text's own
-/// place or in front of it, as far as it grows.
+/// Writes the text [text, text + length) with its matches replaced to `to`: if `isApart`, to another
+/// buffer, else to the text's own place or in front of it, as far as it grows.
 void WriteReplaced(unsigned short* to, const unsigned short* text, int length, const Matches& matches,
-                   std::size_t wantedSize, const Operand& replacement) {
+                   std::size_t wantedSize, const Operand& replacement, bool isApart) {
+    constexpr std::size_t shortest = 128;
     const unsigned short* const end = text + length;
     const unsigned short* from = text;
     for (std::size_t i = 0; i < matches.Count(); ++i) {
         const unsigned short* const match = matches.At(i, text, from, end);
         const auto kept = static_cast<std::size_t>(match - from);
-        MoveUnits(to, from, to == from ? 0 : kept);
+        if (isApart && kept < shortest) {
+            Lum::CopyShortUnits(to, from, kept);
+        } else {
+            MoveUnits(to, from, to == from ? 0 : kept);
+        }
         to += kept;
-        CopyUnits(to, replacement.Units(), replacement.Size());
+        Lum::CopyShortUnits(to, replacement.Units(), replacement.Size());
         to += replacement.Size();
         from = match + wantedSize;
     }
@@ -216,7 +221,7 @@ int CString::Replace(Lum::UnitPointer from, Lum::UnitPointer to, int /*ignored*/
     CStringData* const data = Data();
     CStringData* const target = BufferForEdit(data, total);
     if (target != data) {
-        WriteReplaced(UnitsOf(target), m_pchChars, length, matches, wanted.Size(), replacement);
+        WriteReplaced(UnitsOf(target), m_pchChars, length, matches, wanted.Size(), replacement, true);
         Lum::SetLength(target, total);
         Adopt(target);
         return static_cast<int>(count);
@@ -228,7 +233,7 @@ int CString::Replace(Lum::UnitPointer from, Lum::UnitPointer to, int /*ignored*/
         MoveUnits(m_pchChars + growth, m_pchChars, static_cast<std::size_t>(length));
         text += growth;
     }
-    WriteReplaced(m_pchChars, text, length, matches, wanted.Size(), replacement);
+    WriteReplaced(m_pchChars, text, length, matches, wanted.Size(), replacement, false);
     Lum::SetLength(data, total);
     return static_cast<int>(count);
 }

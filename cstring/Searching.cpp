@@ -86,6 +86,9 @@ CString CString::Piece(std::size_t first, std::size_t count) const {
     if (first == 0 && count == static_cast<std::size_t>(GetLength())) {
         return *this;
     }
+    if (CStringData* const data = Lum::NewPiece(Data(), first, count)) {
+        return {Made(), data};
+    }
     return {m_pchChars + first, static_cast<int>(count)};
 }
 

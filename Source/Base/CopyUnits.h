@@ -17,9 +17,11 @@ inline void CopyShortUnits(unsigned short* to, const unsigned short* from, std::
         Block16::Load(reinterpret_cast<const char*>(from + at)).Store(reinterpret_cast<char*>(to + at));
     };
     if (count > 4 * step) {
-        for (std::size_t at = 0; at < count - step; at += step) {
+        for (std::size_t at = 0; at < count - 2 * step; at += 2 * step) {
             copy(at);
+            copy(at + step);
         }
+        copy(count - 2 * step);
         copy(count - step);
     } else if (count >= step) {
         // Four steps that overlap where there are not as many.

@@ -109,7 +109,7 @@ void AddReplace(const std::string& subject, const Inputs& inputs, const Rows& ro
 template <class Ops>
 void AddMid(const std::string& subject, const Inputs& inputs, const Rows& rows) {
     const auto mid = [first = 0](const typename Ops::Text& text) mutable {
-        first = (first + 37) % 900;
+        first = first < 900 ? first + 37 : 0;
         auto part = Ops::Mid(text, first, 50);
         Ops::BeforeItGoes(part);
         return part;

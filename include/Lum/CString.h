@@ -513,8 +513,11 @@ public:
     void ConcatInPlace(int length, Lum::UnitPointer units);
 
 private:
+    struct Made {};
     struct Joined {};
 
+    /// Takes a buffer that was just made.
+    CString(Made /*made*/, CStringData* data) noexcept : m_pchChars(reinterpret_cast<unsigned short*>(data + 1)) {}
     CString(Joined joined, const unsigned short* a, int lengthA, const unsigned short* b, int lengthB);
 
     static unsigned short* EmptyText() noexcept { return &_afxInitData.terminator; }
