@@ -10,6 +10,7 @@
 #include <new>
 
 #include "Source/Base/CopyUnits.h"
+#include "Source/Base/MemoryTools.h"
 #include "cstring/BufferMemory.h"
 
 namespace Lum {
