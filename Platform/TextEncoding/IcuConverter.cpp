@@ -166,7 +166,7 @@ bool IcuConverter<Direction>::HandOut(Call& call) {
     const bool fitsAll = call.Room().size() >= (m_OwedReady - m_OwedFirst) * sizeof(To);
     while (m_OwedFirst != m_OwedReady) {
         std::size_t next = fitsAll ? m_OwedReady : m_OwedFirst + 1;
-        while (next != m_OwedReady && (m_OwedPlaces[next] == m_OwedPlaces[m_OwedFirst])) {
+        while (next != m_OwedReady && m_OwedPlaces[next] == m_OwedPlaces[m_OwedFirst]) {
             ++next;
         }
         const std::size_t size = (next - m_OwedFirst) * sizeof(To);
