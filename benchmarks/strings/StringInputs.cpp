@@ -106,7 +106,9 @@ Inputs MakeInputs() {
     }
     inputs.replacements.push_back(Replacements("strings/replace all in 2,048", 2'048, 16));
     inputs.replacements.push_back(Replacements("strings/replace all in 65,536", 65'536, 2));
-    inputs.thousands = inputs.sizes.back().texts;
+    for (std::size_t i = 0; i < count; ++i) {
+        inputs.thousands.push_back(Text(kProse, 1'000, i));
+    }
     inputs.lists = {Text(kFields, kMegabyte, 0, u',')};
     for (std::size_t i = 0; i < count; ++i) {
         const Units wide = Text(kProse, 6 + i % 11, i);
