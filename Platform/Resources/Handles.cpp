@@ -76,8 +76,14 @@ void FreeBlock(Place& place) noexcept {
     }
 }
 
+/// What no size of these services exceeds; asking the heap for more would only be reported as a fault.
+constexpr std::size_t kMostBytes = 0x7FFFFFFF;
+
 /// Zeros what is added. False, with nothing changed, if there is no memory.
 bool Resize(Place& place, std::size_t size) noexcept {
+    if (size > kMostBytes) {
+        return false;
+    }
     char* block = &emptyBlock;
     if (size == 0) {
         FreeBlock(place);

@@ -66,7 +66,7 @@ LUM_API void CFRelease(CFTypeRef object);
 // What is no handle, or no longer one, is recognised and left alone. For one thread at a time.
 
 /// A block of `size` zeros, to be given back with DisposeHandle; null if there is no memory for it or `size`
-/// is negative.
+/// is negative or above 0x7FFFFFFF.
 LUM_API char** NewHandle(long size);
 /// Gives the block back; ignored for one that belongs to an open resource file.
 LUM_API void DisposeHandle(char** handle);
