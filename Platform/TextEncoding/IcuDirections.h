@@ -60,8 +60,16 @@ struct IcuToUtf16 {
     /// With little room as many bytes as could fit it, and one character more.
     static std::size_t PieceFor(std::size_t room) { return std::min(kPiece, 2 * room + 4); }
 
+    /// Leaves the error standing, but for a shift sequence behind another one with nothing between them:
+    /// texts that are put together from pieces have such.
+    static void Stop(const void* /*context*/, UConverterToUnicodeArgs* /*run*/, const char* /*bytes*/,
+                     std::int32_t /*size*/, UConverterCallbackReason reason, UErrorCode* error) {
+        if (reason == UCNV_IRREGULAR) {
+            *error = U_ZERO_ERROR;
+        }
+    }
     static void Prepare(UConverter* converter, UErrorCode& error) {
-        ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+        ucnv_setToUCallBack(converter, Stop, nullptr, nullptr, nullptr, &error);
     }
     static void Reset(UConverter* converter) { ucnv_resetToUnicode(converter); }
     static void Convert(UConverter* converter, Run& run, bool isEnd, UErrorCode& error) {

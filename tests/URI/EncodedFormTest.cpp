@@ -30,6 +30,7 @@ TEST(EncodedForm, NormalizingReadsEscapesAsBytesOfTheEncoding) {
         // Second bytes that are "\" and "|".
         {"%83%5C%83%7C", "shift_jis", "ソポ", true},
         {"x%1B$B$\"%1B(By", "iso-2022-jp", "xあy", true},
+        {"あ%1B$B$$%1B(B", "iso-2022-jp", "あい", true},
         {"%E9", "iso-8859-1", "é", true},
         {"%FF", "utf-8", "", true},  // bytes that cannot be read back are no failure
         {"a", "no such", "a", false},
