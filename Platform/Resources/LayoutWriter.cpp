@@ -75,7 +75,7 @@ void AppendResource(const ResourceMap& map, const Resource& resource, Lists& lis
 Lists ListsOf(const ResourceMap& map, const Sizes& sizes) {
     Lists lists;
     lists.data.reserve(static_cast<std::size_t>(sizes.data));
-    const std::size_t firstReference = 2 + kTypeSize * sizes.types;
+    const auto firstReference = static_cast<std::size_t>(2 + kTypeSize * sizes.types);
     for (std::size_t i = 0; i < map.resources.size();) {
         const ResType type = map.resources[i].type;
         const std::size_t offset = firstReference + lists.references.size();
