@@ -25,9 +25,9 @@ bool AppendEncoded(std::string& out, std::string_view text, const std::string& e
 
 }  // namespace
 
-bool URI::NormalizeEncoding(std::string& s, const std::string& encoding) {
+bool URI::NormalizeEncoding(std::string& text, const std::string& encoding) {
     std::string bytes;
-    std::string_view rest = s;
+    std::string_view rest = text;
     // A "%" among the last two bytes is text. So is all of a text of two bytes or less.
     while (rest.size() >= kEscapeSize) {
         const std::size_t literal = FindFirst(rest, '%');
@@ -47,9 +47,9 @@ bool URI::NormalizeEncoding(std::string& s, const std::string& encoding) {
     if (!rest.empty() && !AppendEncoded(bytes, rest, encoding)) {
         return false;
     }
-    if (!s.empty()) {
+    if (!text.empty()) {
         // Not checked: bytes that are no text of the encoding leave an empty string and count as normalised.
-        s = Transcoder::EncodingToUTF8(bytes, encoding);
+        text = Transcoder::EncodingToUTF8(bytes, encoding);
     }
     return true;
 }
