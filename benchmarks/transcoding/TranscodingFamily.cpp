@@ -15,7 +15,7 @@ struct Size {
     std::size_t bytes;
     std::size_t count;
 };
-constexpr Size kSizes[] = {{"100 B", 100, 256}, {"4 KB", 4096, 32}, {"1 MB", 1048576, 2}};
+constexpr Size kSizes[] = {{"100 B", 100, 256}, {"4 KB", 4096, 32}, {"1 MB", 1048576, 1}};
 
 std::string CaseName(const std::string& script, const char* size, const char* direction) {
     return "transcoding/" + script + ' ' + size + ' ' + direction + " UTF-16";
