@@ -106,9 +106,15 @@ expect 1 'lum: byte 1: malformed, not utf-8
 0061' convert utf-8 utf-16be 'a\377'
 expect 1 'lum: byte 1: incomplete, utf-8 ends within a character
 61' convert utf-8 latin1 'a\342\202'
-expect 2 'lum: no conversion from "utf-8" to "x\x1b"' "$lum" convert --from utf-8 --to $'x\x1b'
-expect 2 'lum: cannot open no/such: No such file or directory' "$lum" convert --from utf-8 --to utf-16 no/such
-expect 2 'lum: cannot read /: Is a directory' "$lum" convert --from utf-8 --to utf-16 /
+expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum --help tells more)' \
+    "$lum" convert --from utf-8 --to $'x\x1b'
+expect 2 'lum: --from: no converter for "x-mac-hebrew", see lum encodings (lum --help tells more)' \
+    "$lum" convert --from x-mac-hebrew --to utf-8
+expect 2 'lum: The following argument was not expected: --bogus (lum --help tells more)' "$lum" convert --bogus
+expect 2 'lum: cannot open "no/such": No such file or directory' "$lum" convert --from utf-8 --to utf-16 no/such
+expect 2 'lum: cannot open "": No such file or directory' "$lum" convert --from utf-8 --to utf-16 ''
+expect 2 'lum: cannot read "/": Is a directory' "$lum" convert --from utf-8 --to utf-16 /
+expect_lines 0 é '\351' "$lum" convert --from latin1 --to utf-8 -
 expect 0 '0x00000201  iso-8859-1 latin1' bash -c "'$lum' encodings | sed -nE '/iso-8859-1 /s/  +/ /g;s/^(0x00000201) (iso-8859-1).* (latin1) .*/\1  \2 \3/p'"
 expect 0 '1' bash -c "'$lum' encodings --json | grep -c '{\"name\":\"utf-8\",\"number\":134217984,\"aliases\":.*,\"convertible\":true}'"
 expect 0 'http://h/é%E9
@@ -120,7 +126,19 @@ expect 0 'http://h/é%E9
   text              http://h/éé' "$lum" parse --encoding latin1 $'http://h/\xE9%E9'
 expect 1 '
   not valid         neither host nor path' "$lum" parse --encoding latin1 ''
-expect 2 'lum: --encoding: no encoding "x" (lum --help tells more)' "$lum" parse --encoding x a
+expect 1 'http://h/é
+         ^
+  not valid         byte 9: malformed, not us-ascii' "$lum" parse --encoding us-ascii http://h/é
+incomplete='incomplete, shift_jis ends within a character'
+while IFS='|' read -r encoding text component problem; do
+    expect 1 '{"input":"'"$text"'","valid":false,"relative":false,"hierarchical":false,'"$unknown"',"text":"unknown:","reason":"'"$component with escapes that are $problem"'"}' \
+        "$lum" parse --json --encoding "$encoding" "$text"
+done <<END
+us-ascii|ab%E9|path|malformed, not us-ascii
+shift_jis|xy:%82|non-hierarchical|$incomplete
+shift_jis|http://%82@h/|user|$incomplete
+END
+expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum --help tells more)' "$lum" parse --encoding x a
 
 expect 0 '2008-02-29T14:30:45.0500000+02:00
   text              2008-02-29T12:30:45Z
@@ -134,12 +152,28 @@ expect 0 '2008-02-29T14:30:45.0500000+02:00
   fraction          500000' "$lum" time 2008-02-29T14:30:45.0500000+02:00
 expect 0 '{"input":"-1","valid":true,"text":"1601-01-01T00:00:00Z","ticks":-1,"year":1601,"month":1,"day":1,"hour":0,"minute":0,"second":0,"fraction":4294967295}' \
     "$lum" time --json --ticks -- -1
-for time in 2007-02-29 2008-2-9 2008-02-29T 2008-02-29T24:00 2008-02-29T12:30:45. 2008-02-29T12:30Z0 2008-02-29Z \
-    2008-02-29T12:30+2 1601-01-01T00:00+00:01 99999999999-01-01 $'\x1b'; do
-    expect 1 '{"input":"'"${time/$'\x1b'/\\u001b}"'","valid":false}' "$lum" time --json "$time"
-done
+while IFS='#' read -r reason times; do
+    for time in $times; do
+        expect 1 '{"input":"'"$time"'","valid":false,"reason":"'"$reason"'"}' "$lum" time --json "$time"
+    done
+done <<END
+not a date that exists#2007-02-29 2008-13-01 2008-01-00
+not a time of day: 00:00:00 to 23:59:59#2008-02-29T24:00 2008-02-29T23:59:60Z
+not an offset: 00:00 to 23:59#2008-02-29T12:30+24:00
+not a time: expected YYYY-MM-DD[Thh:mm[:ss[.f]][Z|+hh:mm|-hh:mm]]#2008-2-9 02008-02-09 9999999999-01-01 2008-02-29T \
+    2008-02-29T12:30:45. 2008-02-29T12:30Z0 2008-02-29Z 2008-02-29T12:30+2
+before 1601-01-01T00:00:00Z#1601-01-01T00:00+00:01 0000-02-29
+after 30828-09-14T02:48:05.4775807Z#30828-09-14T02:48:05.47758075 40000-02-29
+END
 expect 1 '9223372036854775808
-  not valid' "$lum" time --ticks 9223372036854775808
+  not valid         not a count: expected a number of 64 bits' "$lum" time --ticks 9223372036854775808
+# However the counts are given, and the text of the last one read back.
+for arguments in '--ticks -1 9223372036854775807' '--ticks=-1 9223372036854775807' \
+    '--ticks --ticks=-1 --ticks=9223372036854775807' '1601-01-01 30828-09-14T02:48:05.4775807Z'; do
+    # shellcheck disable=SC2086
+    expect 0 '"text":"1601-01-01T00:00:00Z"
+"text":"30828-09-14T02:48:05Z"' bash -c "'$lum' time --json $arguments | grep -o '\"text\":\"[^\"]*\"'"
+done
 "$lum" time --json | grep -q '"valid":true,"text":"2.*Z","ticks":1[0-9]*0000000,' || { echo "FAILED: lum time"; failed=1; }
 
 # Numbers by index and table; a text written, and read back with the list.
@@ -168,7 +202,7 @@ expect 2 'lum: a type has four characters, not "TEXTS"' "$lum" strings "$file" -
 expect 2 'lum: a text of this type has at most 255 bytes, all of them in the encoding' \
     "$lum" strings "$file" --set STR a "$(printf %0256d 0)"
 expect 2 'lum: NUMBER: no string number: "1x" (lum --help tells more)' "$lum" strings "$file" 1x
-expect 2 'lum: no encoding "x"' "$lum" strings "$file" --encoding x
+expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum --help tells more)' "$lum" strings "$file" --encoding x
 expect 2 "lum: $0: data or map lie outside the file" "$lum" strings "$0"
 expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set TEXT a b
 

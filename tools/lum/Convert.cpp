@@ -17,6 +17,7 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
+#include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Progress.h"
@@ -27,15 +28,15 @@ namespace {
 struct Options {
     std::string from;
     std::string to;
-    std::string file;
+    std::string file = "-";
 };
 
-/// A file, or standard input where none is named, in whatever pieces it comes.
+/// A file, or standard input for "-", in whatever pieces it comes.
 class Source {
 public:
     explicit Source(const std::string& file)
-        : m_Name(file.empty() ? "standard input" : Printable(file)),
-          m_Descriptor(file.empty() ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
+        : m_Name(file == "-" ? "standard input" : '"' + Printable(file) + '"'),
+          m_Descriptor(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
         if (m_Descriptor < 0) {
             Fail("open");
         }
@@ -107,37 +108,22 @@ Failure Convert(Source& source, Lum::StreamConverter& converter) {
     }
 }
 
-/// What is wrong, in a word and an explanation; "" where nothing is.
-std::string Describe(Lum::ConversionStatus status, const Options& options) {
-    switch (status) {
-        case Lum::ConversionStatus::kMalformed:
-            return "malformed, not " + options.from;
-        case Lum::ConversionStatus::kIncomplete:
-            return "incomplete, " + options.from + " ends within a character";
-        case Lum::ConversionStatus::kUnmappable:
-            return "unmappable, not in " + options.to;
-        default:
-            return {};
-    }
-}
-
 }  // namespace
 
 void AddConvert(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("convert", "Convert a text from one encoding to another");
     const auto options = std::make_shared<Options>();
-    AddText(*command, "--from", options->from, "The encoding of the text")->required()->option_text("ENC");
-    AddText(*command, "--to", options->to, "The encoding of the result")->required()->option_text("ENC");
-    AddText(*command, "FILE", options->file, "The file with the text; without it, standard input");
+    const auto addEncoding = [command](const char* name, std::string& encoding, const char* help) {
+        AddText(*command, name, encoding, help)->required()->option_text("ENC REQUIRED")->check(CheckEncoding);
+    };
+    addEncoding("--from", options->from, "The encoding of the text");
+    addEncoding("--to", options->to, "The encoding of the result");
+    AddText(*command, "FILE", options->file, "The file with the text; without it, or for -, standard input");
     command->callback([options, &status] {
         Lum::StreamConverter converter(options->from, options->to);
-        if (converter.Convert({}, {}).status == Lum::ConversionStatus::kNoSuchEncoding) {
-            throw std::runtime_error("no conversion from \"" + Printable(options->from) + "\" to \"" +
-                                     Printable(options->to) + '"');
-        }
         Source source(options->file);
         const Failure failure = Convert(source, converter);
-        if (const std::string what = Describe(failure.status, *options); !what.empty()) {
+        if (const std::string what = Explain(failure.status, options->from, options->to); !what.empty()) {
             FlushOutput();
             WriteError("byte " + std::to_string(failure.offset) + ": " + Printable(what));
             status = 1;

@@ -6,6 +6,7 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -22,7 +23,12 @@ int Run(int argc, char** argv) {
     app.require_subcommand(1);
     app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
         const bool isUnknown = failed->get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
-        const std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
+        std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
+        // Of an argument that is missing and one that is wrong, the wrong one was typed.
+        const std::vector<std::string> unexpected = failed->remaining(true);
+        if (!isUnknown && !unexpected.empty() && error.get_name() == "RequiredError") {
+            what = CLI::ExtrasError(unexpected).what();
+        }
         return "lum: " + Tool::Printable(Tool::WithoutShields(what)) + " (lum --help tells more)\n";
     });
 

@@ -3,8 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <Lum/Transcoder.h>
@@ -14,6 +16,7 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
+#include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
@@ -27,6 +30,25 @@ struct Component {
     std::string stored;
     std::string unescaped;
 };
+
+/// What a component is called in a sentence.
+std::string_view Title(const Component& component) {
+    return component.name == "nonHierarchical" ? "non-hierarchical" : component.name;
+}
+
+/// A component as bytes of the encoding, with those that its escapes stand for.
+std::string BytesOf(std::string_view stored, const std::string& encoding) {
+    constexpr std::size_t escapeSize = 3;
+    std::string bytes;
+    while (!stored.empty()) {
+        const bool isEscape = stored.starts_with('%') && stored.size() >= escapeSize;
+        const std::string piece(stored.substr(0, isEscape ? escapeSize : stored.find('%', 1)));
+        bytes +=
+            isEscape ? std::string(Lum::URI::Unescape(piece, false)) : Lum::Transcoder::UTF8ToEncoding(piece, encoding);
+        stored.remove_prefix(piece.size());
+    }
+    return bytes;
+}
 
 /// A URI whose stored components can be read.
 class ParsedURI : public Lum::URI {
@@ -43,6 +65,18 @@ public:
                  {"query", m_Query, GetQuery(true)},
                  {"fragment", m_Fragment, GetFragment()},
                  {"nonHierarchical", m_NonHierarchical, GetNonHierarchical()}}};
+    }
+    /// Why some component's escapes stand for no text of the encoding; "" where all do.
+    [[nodiscard]] std::string ExplainEscapes(const std::string& encoding) const {
+        for (const Component& component : Components()) {
+            if (component.stored.find('%') != std::string::npos) {
+                const ConvertedText text = ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
+                if (!text.problem.empty()) {
+                    return std::string(Title(component)) + " with escapes that are " + text.problem;
+                }
+            }
+        }
+        return {};
     }
 };
 
@@ -64,32 +98,50 @@ constexpr std::string_view Describe(Lum::URIProblemCode code) {
     return "not valid";
 }
 
-/// A text as it came, read: in UTF-8 and as a URI.
+/// A text as it came, read: in UTF-8 and as a URI, which is in the empty state where there is a reason.
 struct Reading {
-    /// With an encoding the text and its escapes are bytes of it; without, they are UTF-8.
+    /// With an encoding the text and its escapes are bytes of it; without, they are UTF-8. The Transcoder
+    /// says nothing of what it cannot convert, so that is found out before a URI takes the text.
     Reading(std::string_view input, const std::string& encoding) : text(input) {
-        if (encoding.empty()) {
-            uri = URI::StringProxy(input);
-        } else {
-            uri.FromEncodedString(input, encoding);
-            text = Lum::Transcoder::EncodingToUTF8(text, encoding);
+        if (!encoding.empty()) {
+            ConvertedText converted = ConvertText(input, encoding, "utf-8");
+            if (!converted.problem.empty()) {
+                reason = "byte " + std::to_string(converted.read) + ": " + converted.problem;
+                offset = converted.read;
+                return;
+            }
+            text = std::move(converted.text);
         }
-        problem = Lum::ExplainURI(text);
+        uri = Lum::URI::StringProxy(text);
+        if (const Lum::URIProblem problem = Lum::ExplainURI(text); problem.code != Lum::URIProblemCode::kValid) {
+            reason = Describe(problem.code);
+            offset = problem.offset;
+            length = problem.length;
+        } else if (!encoding.empty()) {
+            reason = uri.ExplainEscapes(encoding);
+            if (!reason.empty()) {
+                uri = ParsedURI();
+                return;
+            }
+            uri.FromEncodedString(input, encoding);
+            // Reading it in an encoding refuses more.
+            reason = uri.IsValidURI() ? "" : "neither host nor path";
+        }
     }
-    /// Reading it in an encoding refuses more: a URI without host and path.
-    [[nodiscard]] bool IsValid() const { return problem.code == Lum::URIProblemCode::kValid && uri.IsValidURI(); }
+    [[nodiscard]] bool IsValid() const { return reason.empty(); }
 
-    using URI = Lum::URI;
     std::string text;
     ParsedURI uri;
-    Lum::URIProblem problem{};
+    std::string reason;                 ///< Why it is not valid.
+    std::optional<std::size_t> offset;  ///< Where in the text, if it is at a place.
+    std::size_t length = 0;
 };
 
 void WriteAsJson(const Reading& reading) {
-    const auto& [text, uri, problem] = reading;
+    const auto& [text, uri, reason, offset, length] = reading;
     nlohmann::ordered_json object{
         {"input", text},
-        {"valid", uri.IsValidURI()},
+        {"valid", reading.IsValid()},
         {"relative", uri.IsRelative()},
         {"hierarchical", uri.IsHierarchical()},
     };
@@ -97,26 +149,26 @@ void WriteAsJson(const Reading& reading) {
         object[std::string(component.name)] = std::move(component.stored);
     }
     object["text"] = uri.ToString(false);
-    if (problem.code != Lum::URIProblemCode::kValid) {
-        object["reason"] = Describe(problem.code);
-        object["offset"] = problem.offset;
+    if (!reading.IsValid()) {
+        object["reason"] = reason;
+    }
+    if (offset) {
+        object["offset"] = *offset;
     }
     WriteJson(object);
 }
 
 std::string Table(const Reading& reading) {
-    const auto& [text, uri, problem] = reading;
+    const auto& [text, uri, reason, offset, length] = reading;
     std::string table = Printable(text) + '\n';
-    if (problem.code != Lum::URIProblemCode::kValid) {
-        const std::size_t width = Columns(Printable(text.substr(problem.offset, problem.length)));
-        table.append(Columns(Printable(text.substr(0, problem.offset))), ' ');
+    if (offset) {
+        const std::size_t width = Columns(Printable(text.substr(*offset, length)));
+        table.append(Columns(Printable(text.substr(0, *offset))), ' ');
         table.append(std::max<std::size_t>(width, 1), '^');
         table += '\n';
-        table += Row("not valid", Describe(problem.code));
-        return table;
     }
     if (!reading.IsValid()) {
-        return table + Row("not valid", "neither host nor path");
+        return table + Row("not valid", Printable(reason));
     }
     table += Row("valid", std::string(uri.IsRelative() ? "relative" : "absolute") +
                               (uri.IsHierarchical() ? ", hierarchical" : ", non-hierarchical"));
@@ -133,7 +185,7 @@ std::string Table(const Reading& reading) {
             if (component.stored != component.unescaped) {
                 value.append(storedColumns - Columns(value), ' ').append("  = ").append(Printable(component.unescaped));
             }
-            table += Row(component.name == "nonHierarchical" ? "non-hierarchical" : component.name, value);
+            table += Row(Title(component), value);
         }
     }
     if (const std::string port = uri.GetDefaultPort(); !port.empty()) {
@@ -156,9 +208,7 @@ void AddParse(CLI::App& app, int& status) {
     command->add_flag("--json", options->json, "Print one JSON object a line");
     AddText(*command, "--encoding", options->encoding, "The encoding of the texts and of what their escapes stand for")
         ->option_text("ENC")
-        ->check([](const std::string& name) {
-            return Lum::EncodingToCharSetID(name) == 0xFFFF ? "no encoding \"" + name + '"' : std::string();
-        });
+        ->check(CheckEncoding);
     AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
     command->callback([options, &status] {
         bool isFirst = true;

@@ -16,6 +16,7 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
+#include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
@@ -142,16 +143,14 @@ void AddStrings(CLI::App& app, int& status) {
     AddTexts(*command, "NUMBER", options->numbers, "Print the strings of these numbers")->check(CheckNumber);
     AddText(*command, "--bundle", options->bundle, "The folder of the localised-strings tables")->option_text("DIR");
     AddTexts(*command, "--table", options->tables, "Look in these tables too")->option_text("NAME ...");
-    AddText(*command, "--encoding", options->encoding, "The encoding of texts and names")->option_text("ENC");
+    AddText(*command, "--encoding", options->encoding, "The encoding of texts and names")
+        ->option_text("ENC")
+        ->check(CheckEncoding);
     auto* set = AddTexts(*command, "--set", options->set, "Write a text into the resource of this type and name");
     set->option_text("TYPE NAME TEXT")->expected(3)->excludes("NUMBER");
     command->callback([options, &status] {
         if (!options->encoding.empty()) {
-            const Lum::TextEncoding encoding = Lum::EncodingToCharSetID(options->encoding);
-            if (encoding == 0xFFFF) {
-                throw std::runtime_error("no encoding \"" + Printable(options->encoding) + '"');
-            }
-            Lum::Platform::SetApplicationTextEncoding(encoding);
+            Lum::Platform::SetApplicationTextEncoding(Lum::EncodingToCharSetID(options->encoding));
         }
         if (!options->set.empty()) {
             Set(*options);
