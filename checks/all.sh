@@ -52,6 +52,7 @@ check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the sample files are what their script writes" samples
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
+check "clang++, thread sanitizer: what several threads do" build_and_test tsan
 check "fuzz targets, briefly" fuzz_briefly
 check "clang-tidy" tidy
 check "the API's pages build" docs
