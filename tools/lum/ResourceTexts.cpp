@@ -115,7 +115,8 @@ nlohmann::ordered_json AsJson(const ResourceEntry& resource) {
     if (HasTexts(resource.type)) {
         auto texts = nlohmann::ordered_json::array();
         for (const auto& [label, text] : TextsOf(resource)) {
-            texts.push_back(label.empty() || resource.type == kStringList ? text : label + ": " + text);
+            const bool isLabelled = !label.empty() && resource.type != kStringList;
+            texts.push_back(isLabelled ? std::string(label).append(": ").append(text) : text);
         }
         object["texts"] = texts;
     }
