@@ -22,6 +22,7 @@ set(LUM_SOURCES
     Platform/Resources/OpenFiles.cpp
     Platform/Resources/ResourceMap.cpp
     Platform/Resources/Resources.cpp
+    Platform/Resources/StringLists.cpp
     Platform/Script/HostLocale.cpp
     Platform/Script/Script.cpp
     Platform/TextEncoding/ApplicationEncoding.cpp

@@ -42,6 +42,16 @@ std::array<Slot, kSlots>* slots = nullptr;
 /// Numbers above 8 have odd slots only. That is no slip.
 std::size_t SlotOf(unsigned int number) { return (number | (number > 8 ? 1U : 0U)) % kSlots; }
 
+/// Most files have their index in order.
+bool IsSorted(const char* entries, std::size_t count) {
+    for (std::size_t i = 1; i < count; ++i) {
+        if (StrResCmp(entries + (i - 1) * sizeof(Entry), entries + i * sizeof(Entry)) > 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Copies the entry of a number, if the index has one; of the number, the low 16 bits count.
 bool FindInIndex(unsigned int number, Entry& entry) {
     const int count = NumStrRes();
@@ -118,7 +128,9 @@ void InitStrResTable() {
     gStrResTable = GetResource(kIndexType, 0);
     if (gStrResTable != nullptr) {
         HLock(gStrResTable);
-        std::qsort(*gStrResTable, static_cast<std::size_t>(NumStrRes()), sizeof(Entry), StrResCmp);
+        if (!IsSorted(*gStrResTable, static_cast<std::size_t>(NumStrRes()))) {
+            std::qsort(*gStrResTable, static_cast<std::size_t>(NumStrRes()), sizeof(Entry), StrResCmp);
+        }
         HUnlock(gStrResTable);
     }
 }

@@ -54,6 +54,9 @@ bool AddEntries(plist_t dictionary, StringTable& table) {
 }
 
 std::string ReadChecked(ReadPlist read, std::string_view bytes, StringTable& table) {
+    if (bytes.size() > kMostTableBytes / 2) {
+        return "larger than any property list of strings";
+    }
     plist_t raw = nullptr;
     read(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &raw);
     const std::unique_ptr<void, FreePlist> list(raw);

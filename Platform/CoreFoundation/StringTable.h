@@ -36,8 +36,8 @@ private:
     std::vector<Entry> m_Entries;
 };
 
-/// Files larger than this are no tables.
-constexpr std::size_t kMostTableBytes = 4 << 20;
+/// Files larger than this are no tables; nor are property lists of half the size, which take longer.
+constexpr std::size_t kMostTableBytes = 2 << 20;
 
 /// Reads a file's bytes, of whichever form, into an empty table. Returns what is wrong, for a developer;
 /// nothing if all is well.

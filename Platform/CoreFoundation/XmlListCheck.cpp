@@ -1,4 +1,5 @@
-// Goes through the tags in the one order they may have. Texts are left to the reader behind.
+// Goes through the tags in the one order they may have. Texts are left to the reader behind, unless their
+// entities would take it too long.
 #include "Platform/CoreFoundation/XmlListCheck.h"
 
 #include <algorithm>
@@ -8,6 +9,8 @@ namespace CoreFoundation {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
+/// Bytes that entities may make the reader move in all; some milliseconds.
+constexpr std::size_t kMostMoves = 1 << 28;
 
 class Checker {
 public:
@@ -126,10 +129,11 @@ private:
         if (!Take(">")) {
             return Fail("not a pair of key and string");
         }
+        const std::string_view text = m_Rest;
         for (;;) {
             m_Rest.remove_prefix(std::min(m_Rest.find('<'), m_Rest.size()));
             if (!Take("<![CDATA[")) {
-                return CloseTag(name);
+                return CountEntities(text.substr(0, text.size() - m_Rest.size())) && CloseTag(name);
             }
             if (!SkipBehind("]]>")) {
                 return false;
@@ -137,7 +141,18 @@ private:
         }
     }
 
+    /// The reader moves the rest of a text for every entity in it.
+    bool CountEntities(std::string_view text) {
+        const auto entities = static_cast<std::size_t>(std::count(text.begin(), text.end(), '&'));
+        if (entities != 0 && text.size() > m_MovesLeft / entities) {
+            return Fail("too many entities in long texts");
+        }
+        m_MovesLeft -= entities * text.size();
+        return true;
+    }
+
     std::string_view m_Text, m_Rest;
+    std::size_t m_MovesLeft = kMostMoves;
     const char* m_Problem = nullptr;
 };
 

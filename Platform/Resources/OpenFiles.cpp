@@ -102,7 +102,8 @@ short OpenResourceFile(const std::filesystem::path& path, bool writable) {
     std::error_code error;
     auto file = std::make_unique<OpenFile>();
     file->isWritable = writable;
-    file->path = std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error);
+    // Only what will be replaced needs a path that holds when folders and links have changed.
+    file->path = writable ? std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error) : path;
     if (error || (writable && !Resources::PrepareForWriting(file->path)) ||
         Resources::Read(file->path, file->map) != nullptr) {
         return -1;

@@ -3,18 +3,20 @@
 
 #include <filesystem>
 #include <memory>
-#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "Platform/Resources/ResourceMap.h"
+#include "Platform/Resources/StringLists.h"
 
 namespace Resources {
 
 struct OpenFile {
     short reference = 0;
     bool isWritable = false;
-    std::filesystem::path path;  ///< absolute and without links, for a new file takes its place
+    std::filesystem::path path;  ///< of a writable one absolute and without links: a new file takes its place
     ResourceMap map;
+    std::unordered_map<Handle, StringList> lists;  ///< those that strings were asked of
 };
 
 /// Newest first.

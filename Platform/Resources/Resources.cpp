@@ -6,7 +6,6 @@
 #include <new>
 #include <string_view>
 
-#include "Platform/Resources/BigEndian.h"
 #include "Platform/Resources/LayoutWriter.h"
 #include "Platform/Resources/OpenFiles.h"
 
@@ -49,24 +48,12 @@ OSErr Add(Handle handle, ResType type, ResID id, std::string_view name) {
 OSErr Change(Handle handle) {
     for (const auto& file : Resources::OpenFiles()) {
         if (Resource* const resource = file->map.Find(handle)) {
+            file->lists.erase(handle);
             resource->isChanged = resource->isChanged || file->isWritable;
             return file->isWritable ? 0 : opWrErr;
         }
     }
     return resNotFound;
-}
-
-/// A string of a list: a count of 16 bits, and the strings one behind the other.
-std::string_view StringOfList(std::string_view list, short index) {
-    if (list.size() < 2 || index < 1 || static_cast<unsigned>(index) > Resources::Read16(list, 0)) {
-        return {};
-    }
-    list.remove_prefix(2);
-    for (; index > 1 && !list.empty(); --index) {
-        list.remove_prefix(std::min<std::size_t>(list.size(), 1U + static_cast<unsigned char>(list[0])));
-    }
-    const std::size_t size = list.empty() ? 0 : static_cast<unsigned char>(list[0]);
-    return size < list.size() ? list.substr(1, size) : std::string_view();
 }
 
 }  // namespace
@@ -89,10 +76,14 @@ Handle Get1NamedResource(ResType type, ConstStr255Param name) {
 StringHandle GetString(ResID id) { return reinterpret_cast<StringHandle>(GetResource(kString, id)); }
 
 void GetIndString(Str255 string, ResID list, short index) {
-    char** const handle = GetResource(kStringList, list);
     std::string_view text;
-    if (handle != nullptr) {
-        text = StringOfList({*handle, static_cast<std::size_t>(GetHandleSize(handle))}, index);
+    for (const auto& file : Resources::OpenFiles()) {
+        if (Resource* const resource = file->map.Find(kStringList, list)) {
+            if (char** const handle = file->map.Load(*resource)) {
+                text = file->lists[handle].Find({*handle, static_cast<std::size_t>(GetHandleSize(handle))}, index);
+            }
+            break;
+        }
     }
     string[0] = static_cast<unsigned char>(text.size());
     std::copy(text.begin(), text.end(), string + 1);

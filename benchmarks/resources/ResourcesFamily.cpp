@@ -61,7 +61,7 @@ const AddFamily add{
     {"resources",
      [](CLI::App&) {},
      AddCases,
-     {{kRepeated, 1, kBestPeer}, {kScattered, 5, kBestPeer}, {kOpen, 5, kBestPeer}},
+     {{kRepeated, 1, kBestPeer}, {kScattered, 2, kBestPeer}, {kOpen, 5, kBestPeer}},
      [] {
          return std::vector<std::string>{
              "resources: 2,000 strings by number. \"repeated\" goes through 32 of them, which Lum keeps; "

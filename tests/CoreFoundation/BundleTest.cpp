@@ -157,6 +157,10 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
     };
     const std::string bomb =
         Binary(Number(0x01010101, 4), {"\x5F\x11\x80" + std::string(1, '\0') + std::string(0x8000, 'x')});
+    std::string entities;
+    for (int i = 0; i < 10'000; ++i) {
+        entities += "&amp;";
+    }
     const struct {
         std::string bytes, problem;
     } rows[] = {
@@ -170,7 +174,7 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {"{k = v;}", "line 1: neither a string in quotes nor a word"},
         {"\"k\" = \"\xE9\";", "not UTF-8, nor UTF-16 with a byte order mark"},
         {"\xFE\xFF\0"s, "half a unit of UTF-16 at the end"},
-        {std::string((4 << 20) + 1, ' '), "larger than any table"},
+        {std::string((2 << 20) + 1, ' '), "larger than any table"},
         {Xml("<dict><key>k</key><dict/></dict>"), "line 4: not a pair of key and string"},
         {Xml("<dict><key>k</key></dict>"), "line 4: not a pair of key and string"},
         {Xml("<dict><key><key/></key><string/></dict>"),
@@ -184,6 +188,8 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {"<html/>", "line 1: not a property list"},
         {"<plist>\0"s, "a NUL in the property list"},
         {Xml("<dict><key>&k;</key><string/></dict>"), "a property list that cannot be read"},
+        {Xml("<dict/>" + std::string(1 << 20, ' ')), "larger than any property list of strings"},
+        {Xml("<dict><key>k</key><string>" + entities + "</string></dict>"), "line 4: too many entities in long texts"},
         {"bplist00", "not a binary property list of version 00"},
         {with(26, "\x09"), "the property list's trailer leads outside of it"},
         {with(24, Number(4, 8)), "the property list's trailer leads outside of it"},

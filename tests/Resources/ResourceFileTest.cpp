@@ -210,7 +210,8 @@ TEST_F(ResourceFile, ListsGiveStringsByNumber) {
     Open("a", Fork({{"STR#", 200, whole},
                     {"STR#", 201, whole.substr(0, whole.size() - 1)},
                     {"STR#", 202, Number(0xFFFF, 2) + Pascal("only")},
-                    {"STR#", 203, "\x01"}}));
+                    {"STR#", 203, "\x01"},
+                    {"STR#", 205, Number(40, 2) + std::string(40, '\0')}}));
     EXPECT_EQ(StringOfList(200, 1), "first");
     EXPECT_EQ(StringOfList(200, 2), "");
     EXPECT_EQ(StringOfList(200, 3), std::string(255, 'z'));
@@ -219,6 +220,16 @@ TEST_F(ResourceFile, ListsGiveStringsByNumber) {
                                                        {202, 2}, {203, 1},  {204, 1}};
     for (const auto& [list, index] : none) {
         EXPECT_EQ(StringOfList(list, index), "") << list << ' ' << index;
+    }
+    std::string longList = Number(100, 2);
+    for (int i = 1; i <= 100; ++i) {
+        longList += Pascal("string " + std::to_string(i));
+    }
+    for (const std::string& bytes : {longList, Number(100, 2) + std::string(longList.size() - 2, '\0'), longList}) {
+        Set(GetResource(Code("STR#"), 205), bytes);
+        for (short i = 1; i <= 100; ++i) {
+            EXPECT_EQ(StringOfList(205, i), bytes == longList ? "string " + std::to_string(i) : "") << i;
+        }
     }
 }
 
