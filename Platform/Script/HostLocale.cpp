@@ -59,10 +59,11 @@ std::string_view EnvironmentLocale() {
     return {};
 }
 
-/// Function-local, so that it can be asked and set from static initialisers.
+/// Function-local, so that it can be asked and set from static initialisers, and never destroyed, for
+/// static destructors.
 HostLocale::Locale& Stored() {
-    static HostLocale::Locale locale = HostLocale::Read(EnvironmentLocale());
-    return locale;
+    static auto* const locale = new HostLocale::Locale(HostLocale::Read(EnvironmentLocale()));
+    return *locale;
 }
 
 }  // namespace
