@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <Lum/CString.h>
@@ -37,7 +38,9 @@ protected:
         for (const short reference : m_Open) {
             CloseResourceFile(reference);
         }
-        CString::m_arrayOfStringTables = nullptr;
+        if (CString::m_arrayOfStringTables != nullptr) {
+            CFRelease(std::exchange(CString::m_arrayOfStringTables, nullptr));
+        }
         SetApplicationTextEncoding(0xFFFF);
         SetMainBundle("/nowhere");
         gStrResTableInited = false;
