@@ -88,11 +88,12 @@ bool Resize(Place& place, std::size_t size) noexcept {
     if (size == 0) {
         FreeBlock(place);
     } else {
-        block = static_cast<char*>(std::realloc(place.block == &emptyBlock ? nullptr : place.block, size));
+        const bool isNew = place.block == &emptyBlock;
+        block = static_cast<char*>(isNew ? std::calloc(size, 1) : std::realloc(place.block, size));
         if (block == nullptr) {
             return false;
         }
-        if (size > place.size) {
+        if (!isNew && size > place.size) {
             std::memset(block + place.size, 0, size - place.size);
         }
     }
