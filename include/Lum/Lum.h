@@ -3,6 +3,7 @@
 
 #include <Lum/CString.h>
 #include <Lum/Platform.h>
+#include <Lum/ResourceFile.h>
 #include <Lum/TimeStamp.h>
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>
