@@ -20,6 +20,10 @@ check() {
 
 build() { cmake --preset "$@" && cmake --build --preset "$1"; }
 build_and_test() { build "$1" && ctest --preset "$1" -j "$(nproc)"; }
+# Only what several threads do: the rest says nothing new there.
+threads() {
+    cmake --preset tsan -DLUM_BUILD_TOOLS=OFF && cmake --build --preset tsan --target lum-tests && build/tsan/tests/lum-tests
+}
 format() { sources | xargs clang-format-14 --dry-run -Werror; }
 # The library only. The others are left out: they take minutes, and faults in them show when they run.
 tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
@@ -52,7 +56,7 @@ check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the sample files are what their script writes" samples
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
-check "clang++, thread sanitizer: what several threads do" build_and_test tsan
+check "clang++, thread sanitizer: what several threads do" threads
 check "fuzz targets, briefly" fuzz_briefly
 check "clang-tidy" tidy
 check "the API's pages build" docs

@@ -89,15 +89,21 @@ include(GNUInstallDirs)
 find_package(ICU REQUIRED COMPONENTS uc data)
 find_library(LUM_LIBPLIST plist-2.0 REQUIRED)
 
-# lum_add_library(<target> [STATIC]): the tests build the static form beside the shared one.
-function(lum_add_library target)
-    list(TRANSFORM LUM_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
-    add_library(${target} ${ARGN} ${sources})
+# lum_use(<target>): what a library made of these sources asks of its users, and links.
+function(lum_use target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(
         ${target}
         PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>"
         PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(
+        ${target} PRIVATE ICU::uc ICU::data "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
+endfunction()
+
+function(lum_add_library target)
+    list(TRANSFORM LUM_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE sources)
+    add_library(${target} ${sources})
+    lum_use(${target})
     set_target_properties(
         ${target}
         PROPERTIES CXX_EXTENSIONS OFF
@@ -107,8 +113,6 @@ function(lum_add_library target)
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
-    target_link_libraries(
-        ${target} PRIVATE ICU::uc ICU::data "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
