@@ -26,7 +26,7 @@ threads() {
 }
 format() { sources | xargs clang-format-14 --dry-run -Werror; }
 # The library only. The others are left out: they take minutes, and faults in them show when they run.
-tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 4 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
+tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
 headers() {
     for header in include/Lum/*.h; do
         for compiler in g++ clang++-14; do
