@@ -1,4 +1,4 @@
-// Calls the host's string and URL services. Every object made is released on every way out.
+// Calls the host's string and URL services.
 #include "Mac/FileSystemPaths.h"
 
 #include <limits>
@@ -7,17 +7,18 @@
 #include <string>
 #include <type_traits>
 
-#include "Platform/CoreFoundation/CFString.h"
-#include "Platform/CoreFoundation/CFURL.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 
-namespace Mac {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Mac {
 namespace {
 
 struct Release {
     void operator()(CFTypeRef object) const noexcept { CFRelease(object); }
 };
 
-/// One reference, given back at the end.
+/// Owns one reference, and releases it.
 template <class Ref>
 using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
 
@@ -26,7 +27,7 @@ std::string TextOf(CFStringRef string) {
     if (size < 0 || size == std::numeric_limits<CFIndex>::max()) {
         throw std::bad_alloc();
     }
-    // With room for the NUL, which the service's own maximum leaves out.
+    // One byte more for the NUL, which the maximum size does not include.
     std::string text(static_cast<std::size_t>(size) + 1, '\0');
     if (CFStringGetCString(string, text.data(), size + 1, kCFStringEncodingUTF8) == 0) {
         return {};
@@ -59,4 +60,4 @@ std::string ColonToPosixPath(const std::string& path) {
     return Convert(path, kCFURLHFSPathStyle, kCFURLPOSIXPathStyle);
 }
 
-}  // namespace Mac
+}  // namespace Lum::Internal::Mac

@@ -3,11 +3,11 @@
 
 #include <string>
 
-namespace Mac {
+namespace Lum::Internal::Mac {
 
-/// The path in the other style, UTF-8 to UTF-8. Read to the first NUL; "" where the host has no
-/// answer: no UTF-8, or no path of its style.
+/// The path in the other style. Both are UTF-8; `path` ends at its first NUL. "" if `path` is not valid UTF-8 or
+/// not a path of its style.
 std::string PosixToColonPath(const std::string& path);
 std::string ColonToPosixPath(const std::string& path);
 
-}  // namespace Mac
+}  // namespace Lum::Internal::Mac

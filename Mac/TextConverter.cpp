@@ -1,66 +1,40 @@
-// Calls the text encoding converter and reads its statuses.
+// Calls the text encoding converter and translates its statuses.
 #include "Mac/TextConverter.h"
 
-#include <algorithm>
-#include <limits>
-
-#include "Platform/TextEncoding/TextEncodingConverter.h"
-
-namespace Mac {
+namespace Lum::Internal::Mac {
 namespace {
 
-TECObjectRef Ref(void* converter) noexcept { return static_cast<TECObjectRef>(converter); }
-
-const unsigned char* Bytes(const char* bytes) noexcept { return reinterpret_cast<const unsigned char*>(bytes); }
-unsigned char* Bytes(char* bytes) noexcept { return reinterpret_cast<unsigned char*>(bytes); }
-
-Outcome OutcomeOf(OSStatus status) noexcept {
+ConversionStatus StatusOf(OSStatus status) noexcept {
     switch (status) {
         case noErr:
         case kTECUsedFallbacksStatus:
-            return Outcome::kDone;
+            return ConversionStatus::kDone;
         case kTECOutputBufferFullStatus:
-            return Outcome::kFull;
-        case kTextMalformedInputErr:
-            return Outcome::kMalformed;
+            return ConversionStatus::kOutputFull;
         case kTECPartialCharErr:
-            return Outcome::kIncomplete;
+            return ConversionStatus::kIncomplete;
         case kTECUnmappableElementErr:
-            return Outcome::kUnmappable;
+            return ConversionStatus::kUnmappable;
         default:
-            return Outcome::kFailed;
+            return ConversionStatus::kMalformed;
     }
+}
+
+ConversionResult ResultOf(const TextConversion::Step& step) noexcept {
+    return {StatusOf(step.status), step.read, step.written};
+}
+
+TextConversion::Output BytesOf(std::span<char> bytes) noexcept {
+    return {reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()};
 }
 
 }  // namespace
 
-TextConverter::TextConverter(std::uint32_t from, std::uint32_t to) {
-    TECObjectRef converter = nullptr;
-    if (TECCreateConverter(&converter, from, to) == noErr) {
-        m_Converter = converter;
-    }
+ConversionResult TextConverter::Convert(std::string_view input, std::span<char> output) {
+    const TextConversion::Input bytes(reinterpret_cast<const unsigned char*>(input.data()), input.size());
+    return ResultOf(m_Converter.Convert(bytes, BytesOf(output)));
 }
 
-TextConverter::~TextConverter() {
-    if (m_Converter != nullptr) {
-        TECDisposeConverter(Ref(m_Converter));
-    }
-}
+ConversionResult TextConverter::Flush(std::span<char> output) { return ResultOf(m_Converter.Flush(BytesOf(output))); }
 
-Step TextConverter::Convert(std::string_view input, std::span<char> output) {
-    ByteCount read = 0;
-    ByteCount written = 0;
-    const OSStatus status = TECConvertText(Ref(m_Converter), Bytes(input.data()), input.size(), &read,
-                                           Bytes(output.data()), output.size(), &written);
-    return {OutcomeOf(status), read, written};
-}
-
-Step TextConverter::Flush(std::span<char> output) {
-    ByteCount written = 0;
-    const OSStatus status = TECFlushText(Ref(m_Converter), Bytes(output.data()), output.size(), &written);
-    return {OutcomeOf(status), 0, written};
-}
-
-void TextConverter::Clear() noexcept { TECClearConverterContextInfo(Ref(m_Converter)); }
-
-}  // namespace Mac
+}  // namespace Lum::Internal::Mac

@@ -8,33 +8,35 @@
 #include "Platform/TextEncoding/EncodingNames.h"
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 
-namespace Mac {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Mac {
 namespace {
 
 using PascalString = std::array<unsigned char, 256>;
 
-std::uint32_t UnicodeEncoding(std::uint32_t format) noexcept {
+TextEncoding UnicodeEncoding(TextEncoding format) noexcept {
     return CreateTextEncoding(kTextEncodingUnicodeDefault, 0, format);
 }
 
 }  // namespace
 
-std::uint32_t UTF8Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF8Format); }
-std::uint32_t UTF16Encoding() noexcept { return UnicodeEncoding(kUnicode16BitFormat); }
-std::uint32_t UTF7Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF7Format); }
+TextEncoding UTF8Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF8Format); }
+TextEncoding UTF16Encoding() noexcept { return UnicodeEncoding(kUnicode16BitFormat); }
+TextEncoding UTF7Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF7Format); }
 
-std::uint32_t EncodingOfInternetName(std::string_view name) noexcept {
+TextEncoding EncodingOfInternetName(std::string_view name) noexcept {
     PascalString pascal;
     const std::size_t size = std::min<std::size_t>(name.size(), pascal.size() - 1);
     pascal[0] = static_cast<unsigned char>(size);
     std::copy_n(name.data(), size, pascal.data() + 1);
-    // The status tells no more than the number does: it stays as it is where the name is unknown.
+    // The status is not needed: for an unknown name the number is kUnknownEncoding.
     TextEncoding encoding = kUnknownEncoding;
     TECGetTextEncodingFromInternetName(&encoding, pascal.data());
     return encoding;
 }
 
-std::string InternetNameOf(std::uint32_t encoding) {
+std::string InternetNameOf(TextEncoding encoding) {
     PascalString pascal;
     pascal[0] = 0;
     TECGetTextEncodingInternetName(encoding, pascal.data());
@@ -49,17 +51,17 @@ std::vector<NamedEncoding> NamedEncodings() {
     return encodings;
 }
 
-std::uint32_t SystemScriptEncoding() noexcept {
+TextEncoding SystemScriptEncoding() {
     TextEncoding encoding = 0;
     const OSStatus status =
         UpgradeScriptInfoToTextEncoding(smSystemScript, kTextLanguageDontCare, kTextRegionDontCare, nullptr, &encoding);
     return status == noErr ? encoding : UTF8Encoding();
 }
 
-bool IsJapanese(std::uint32_t encoding) noexcept {
+bool IsJapanese(TextEncoding encoding) noexcept {
     LangCode language = 0;
     RevertTextEncodingToScriptInfo(encoding, nullptr, &language, nullptr);
     return language == langJapanese;
 }
 
-}  // namespace Mac
+}  // namespace Lum::Internal::Mac

@@ -1,35 +1,37 @@
-// The host's text encodings: their numbers, their Internet names, and the system's own.
+// The host's text encodings: their numbers, their Internet names, and the encoding of the system.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace Mac {
+#include <Lum/Transcoder.h>
 
-/// What the host's services call an encoding that they do not know.
-inline constexpr std::uint32_t kUnknownEncoding = 0xFFFF;
+namespace Lum::Internal::Mac {
 
-[[nodiscard]] std::uint32_t UTF8Encoding() noexcept;
-[[nodiscard]] std::uint32_t UTF16Encoding() noexcept;  ///< In the host's byte order.
-[[nodiscard]] std::uint32_t UTF7Encoding() noexcept;
+/// The number that the host's services give for an unknown encoding.
+inline constexpr TextEncoding kUnknownEncoding = 0xFFFF;
 
-/// The encoding of an Internet name, of which the first 255 bytes count; kUnknownEncoding if none.
-[[nodiscard]] std::uint32_t EncodingOfInternetName(std::string_view name) noexcept;
+[[nodiscard]] TextEncoding UTF8Encoding() noexcept;
+[[nodiscard]] TextEncoding UTF16Encoding() noexcept;  ///< In the host's byte order.
+[[nodiscard]] TextEncoding UTF7Encoding() noexcept;
+
+/// The encoding with an Internet name, of which only the first 255 bytes are used; kUnknownEncoding if there is
+/// none.
+[[nodiscard]] TextEncoding EncodingOfInternetName(std::string_view name) noexcept;
 /// The name of an encoding; "" if it has none.
-[[nodiscard]] std::string InternetNameOf(std::uint32_t encoding);
+[[nodiscard]] std::string InternetNameOf(TextEncoding encoding);
 
 struct NamedEncoding {
-    std::uint32_t encoding;
-    std::string_view names;  ///< The preferred name and then the aliases, with a space between two.
+    TextEncoding encoding;
+    std::string_view names;  ///< The preferred name and then the aliases, separated by spaces.
 };
-/// Every encoding that has a name, by number.
+/// Every encoding that has a name, in the order of their numbers.
 [[nodiscard]] std::vector<NamedEncoding> NamedEncodings();
 
-/// The encoding of the system's script; UTF-8 where the host cannot tell.
-[[nodiscard]] std::uint32_t SystemScriptEncoding() noexcept;
-/// Whether the host takes text in this encoding for Japanese.
-[[nodiscard]] bool IsJapanese(std::uint32_t encoding) noexcept;
+/// The encoding of the system's script; UTF-8 where the host does not know it.
+[[nodiscard]] TextEncoding SystemScriptEncoding();
+/// Whether the language of this encoding is Japanese.
+[[nodiscard]] bool IsJapanese(TextEncoding encoding) noexcept;
 
-}  // namespace Mac
+}  // namespace Lum::Internal::Mac

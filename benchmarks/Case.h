@@ -27,7 +27,7 @@ inline std::vector<std::string>& GrowthNames() {
     return names;
 }
 
-/// How much of what a figure is told for there is in one iteration: calls, or elements.
+/// How many calls or elements one iteration has; a figure is the time of one of them.
 inline constexpr const char* kUnitsCounter = "units";
 inline constexpr const char* kAllocationsCounter = "allocations";
 inline constexpr const char* kKeptCounter = "kept bytes";
@@ -64,7 +64,7 @@ void Measure(benchmark::State& state, Inputs& inputs, Call call, Count count) {
 
 /// Registers what `run` does with the measuring library's state as "family/case/subject": as often as
 /// time asks for, or a fixed number of iterations where what it uses up has an end. What comes back takes
-/// further settings: UseRealTime() for work on several threads, told by the clock on the wall.
+/// further settings: UseRealTime() for work on several threads, measured by the clock on the wall.
 template <class Run>
 benchmark::internal::Benchmark* Register(const std::string& caseName, const std::string& subject, Run run,
                                          benchmark::IterationCount fixed = 0) {
@@ -102,8 +102,8 @@ void AddPreparedCase(const std::string& caseName, const std::string& subject, co
 }
 
 /// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the
-/// size and gives what is to be called, everything that it works on being made; the figure is told
-/// for an element.
+/// size and gives what is to be called, everything that it works on being made; the figure is
+/// for one element.
 template <class Prepare>
 void AddGrowthCases(const std::string& operation, const std::vector<std::size_t>& sizes, Prepare prepare) {
     for (const std::size_t size : sizes) {

@@ -36,7 +36,7 @@ std::string Describe(const Verdict& verdict) {
     if (!verdict.value) {
         text << ": not measured";
     } else {
-        // A value that only rounding lifts over the goal, or takes below it, is told more exactly.
+        // More digits where rounding alone decides on which side of the goal the value seems to be.
         const bool isClose = *verdict.value != goal.most && Number(*verdict.value, 2) == Number(goal.most, 2);
         text << ": " << Number(*verdict.value, isClose ? 4 : 2) << (verdict.IsMet() ? " ok" : " MISSED");
     }

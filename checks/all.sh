@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Everything `./dev check` looks at, a line a check: OK, or what is wrong. Runs from the root.
+# Usage: all.sh [WORD]: only the checks whose names contain the word
 set -u -o pipefail
 export LC_ALL=C
 failed=0
+only=${1:-}
 sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
 [ -n "$(sources)" ] || { echo "FAIL  no sources: not a git checkout?"; exit 1; }
 
@@ -10,6 +12,7 @@ sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
 check() {
     local name=$1 output start=$SECONDS
     shift
+    [[ $name == *"$only"* ]] || return
     if output=$("$@" 2>&1); then
         printf 'OK    %-58s %3d s\n' "$name" $((SECONDS - start))
     else
@@ -25,8 +28,9 @@ threads() {
     cmake --preset tsan -DLUM_BUILD_TOOLS=OFF && cmake --build --preset tsan --target lum-tests && build/tsan/tests/lum-tests
 }
 format() { sources | xargs clang-format-14 --dry-run -Werror; }
-# The library only. The others are left out: they take minutes, and faults in them show when they run.
-tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
+# The library only. The others are left out: they take minutes, and faults in them show when they run. So is the
+# one file of a later standard, at whose library headers clang-tidy 14 crashes.
+tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*'; }
 headers() {
     for header in include/Lum/*.h; do
         for compiler in g++ clang++-14; do
@@ -41,23 +45,18 @@ clang32() {
 }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
-fuzz_briefly() {
-    for target in build/asan/fuzz/fuzz-*; do
-        [ -x "$target" ] && [ -f "$target" ] || continue
-        "$target" -max_total_time=5 -verbosity=0 -artifact_prefix=build/ || return 1
-    done
-}
 
 check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
 check "g++, optimised: no warning" build release
 check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
+check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the sample files are what their script writes" samples
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
 check "clang++, thread sanitizer: what several threads do" threads
-check "fuzz targets, briefly" fuzz_briefly
+check "fuzz properties, two seconds each" ./dev fuzz all 2
 check "clang-tidy" tidy
 check "the API's pages build" docs
 check "libraries for 32 bits are unpacked" checks/libraries32.sh

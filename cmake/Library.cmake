@@ -4,18 +4,17 @@ set(LUM_SOURCES
     Mac/TextConverter.cpp
     Mac/TextEncodings.cpp
     Platform/CoreFoundation/BinaryListCheck.cpp
-    Platform/CoreFoundation/CFArray.cpp
     Platform/CoreFoundation/CFBase.cpp
     Platform/CoreFoundation/CFBundle.cpp
     Platform/CoreFoundation/CFString.cpp
     Platform/CoreFoundation/CFStringBytes.cpp
-    Platform/CoreFoundation/CFStringNumbers.cpp
     Platform/CoreFoundation/CFURL.cpp
     Platform/CoreFoundation/PropertyListTable.cpp
     Platform/CoreFoundation/StringTable.cpp
     Platform/CoreFoundation/TextTable.cpp
     Platform/CoreFoundation/XmlListCheck.cpp
-    Platform/Resources/DiskFile.cpp
+    Platform/Host/DiskFile.cpp
+    Platform/Host/Locale.cpp
     Platform/Resources/Handles.cpp
     Platform/Resources/LayoutReader.cpp
     Platform/Resources/LayoutWriter.cpp
@@ -23,56 +22,50 @@ set(LUM_SOURCES
     Platform/Resources/ResourceMap.cpp
     Platform/Resources/Resources.cpp
     Platform/Resources/StringLists.cpp
-    Platform/Script/HostLocale.cpp
     Platform/Script/Script.cpp
-    Platform/TextEncoding/ApplicationEncoding.cpp
     Platform/TextEncoding/EncodingNames.cpp
+    Platform/TextEncoding/HostEncodings.cpp
     Platform/TextEncoding/IcuConverter.cpp
     Platform/TextEncoding/OwnConverters.cpp
-    Platform/TextEncoding/ScriptEncodings.cpp
-    Platform/TextEncoding/SingleByte.cpp
+    Platform/TextEncoding/TableConverter.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
+    Platform/TextEncoding/Utf8Avx512.cpp
+    Platform/TextEncoding/Utf8Sse41.cpp
     Platform/Uc16/FloatingText.cpp
+    Platform/Uc16/Format.cpp
     Platform/Uc16/FormatArguments.cpp
     Platform/Uc16/FormatConversion.cpp
-    Platform/Uc16/FormatEstimate.cpp
-    Platform/Uc16/FormatOutput.cpp
     Platform/Uc16/FormatTexts.cpp
     Platform/Uc16/IntegerText.cpp
     Platform/Uc16/NarrowText.cpp
     Platform/Uc16/Units.cpp
-    Source/Base/UnitCase.cpp
+    Source/Base/Cpu.cpp
     Source/Base/UnitSearch.cpp
     Source/Mutex/Mutex.cpp
     Source/Transcoder/ConverterCache.cpp
-    Source/Transcoder/EncodingList.cpp
+    Source/Transcoder/ResizeUncleared.cpp
     Source/Transcoder/StreamConverter.cpp
     Source/Transcoder/Transcoder.cpp
+    Source/Transcoder/WholeText.cpp
     Source/TimeStamp/TimeStamp.cpp
     Source/URI/CharacterClasses.cpp
-    Source/URI/Comparison.cpp
     Source/URI/Components.cpp
     Source/URI/EncodedForm.cpp
     Source/URI/Escaping.cpp
     Source/URI/LocalPaths.cpp
     Source/URI/Parser.cpp
     Source/URI/PathNames.cpp
-    Source/URI/PathSegments.cpp
+    Source/URI/Paths.cpp
     Source/URI/Query.cpp
     Source/URI/Record.cpp
+    Source/URI/References.cpp
     Source/URI/Relations.cpp
-    Source/URI/Relativisation.cpp
-    Source/URI/Resolution.cpp
     Source/URI/Serialiser.cpp
     cstring/Buffer.cpp
-    cstring/Conversions.cpp
     cstring/Editing.cpp
     cstring/FixedAlloc.cpp
     cstring/Formatting.cpp
     cstring/HostStrings.cpp
-    cstring/IntlInfo.cpp
-    cstring/Names.cpp
-    cstring/Output.cpp
     cstring/Parts.cpp
     cstring/Searching.cpp
     cstring/RuntimeNames.cpp
@@ -81,9 +74,6 @@ set(LUM_SOURCES
     cstring/StringStorage.cpp
     cstring/Utf8.cpp
 )
-if(NOT LUM_NO_POOLS)
-    list(APPEND LUM_SOURCES cstring/BufferPools.cpp)
-endif()
 
 include(GNUInstallDirs)
 find_package(ICU REQUIRED COMPONENTS uc data)
@@ -113,6 +103,9 @@ function(lum_add_library target)
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
     target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
+    # For std::string::resize_and_overwrite; the spelling that both compilers know.
+    set_source_files_properties(${PROJECT_SOURCE_DIR}/Source/Transcoder/ResizeUncleared.cpp
+                                PROPERTIES COMPILE_OPTIONS -std=c++2b)
     # Calls inside the library are not meant to be replaced from outside.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
     target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)

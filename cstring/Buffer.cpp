@@ -1,7 +1,7 @@
 // Makes and frees the buffers of strings. Those above the pools' sizes are heap blocks.
 #include "cstring/Buffer.h"
 
-#include "cstring/HostString.h"
+using namespace Lum::Internal;
 
 // The empty string is there before any static initialiser and after any static destructor.
 constinit CStringEmptyBuffer _afxInitData = {{nullptr, -1, 0, 0}, 0};   // NOLINT
@@ -10,7 +10,8 @@ constinit unsigned short* const _afxPchNil = &_afxInitData.terminator;  // NOLIN
 constinit const unsigned short afxChNil = 0;
 static_assert(offsetof(CStringEmptyBuffer, terminator) == sizeof(CStringData));
 
-namespace Lum {
+namespace Lum::Internal {
+
 namespace {
 
 void* TakeHeapBlock(int capacity) {
@@ -27,7 +28,7 @@ CStringData* NewBuffer(int length) {
     const int sizeClass = SizeClassOf(length);
     const bool isPooled = sizeClass < kSizeClasses;
     const int capacity = isPooled ? CapacityOfClass(sizeClass) : length;
-    return PlaceBuffer(isPooled ? TakeBufferMemory(sizeClass) : TakeHeapBlock(capacity), length, capacity);
+    return InitBuffer(isPooled ? TakeBufferMemory(sizeClass) : TakeHeapBlock(capacity), length, capacity);
 }
 
 int CapacityFor(int length) noexcept {
@@ -38,21 +39,23 @@ int CapacityFor(int length) noexcept {
     return sizeClass < kSizeClasses ? CapacityOfClass(sizeClass) : length;
 }
 
-void ForgetHostString(CStringData* data) noexcept {
+void DropHostString(CStringData* data) noexcept {
     if (data->cachedCFString != nullptr) {
         ReleaseHostString(data->cachedCFString);
         data->cachedCFString = nullptr;
     }
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal
 
 namespace {
 
 /// Apart, so that FreeData needs no stack for it.
 [[gnu::noinline]] void FreeWithHostString(CStringData* data) noexcept {
-    Lum::ForgetHostString(data);
-    CString::FreeData(data);
+    if (!IsEmptyBuffer(data)) {
+        DropHostString(data);
+        CString::FreeData(data);
+    }
 }
 
 }  // namespace
@@ -62,10 +65,10 @@ void CString::FreeData(CStringData* data) noexcept {
         FreeWithHostString(data);
         return;
     }
-    const int sizeClass = Lum::SizeClassOf(data->allocLength);
-    if (sizeClass < Lum::kSizeClasses) {
-        Lum::GiveBufferMemory(sizeClass, data);
-    } else {
+    const int sizeClass = SizeClassOf(data->allocLength);
+    if (sizeClass < kSizeClasses) {
+        FreeBufferMemory(sizeClass, data);
+    } else if (!IsEmptyBuffer(data)) {
         ::operator delete[](static_cast<void*>(data));
     }
 }

@@ -1,4 +1,5 @@
-// A string's buffer: how one is made, what its length means for the units behind it, and its end.
+// A string's buffer: how it is made, what its length means for the units behind it, and how it is freed.
+// Where its memory comes from is BufferMemory.h's.
 #pragma once
 
 #include <Lum/CString.h>
@@ -9,19 +10,20 @@
 #include <limits>
 #include <new>
 
-#include "Source/Base/CopyUnits.h"
 #include "Source/Base/MemoryTools.h"
+#include "Source/Base/ShortCopies.h"
 #include "cstring/BufferMemory.h"
 
-namespace Lum {
+namespace Lum::Internal {
 
 inline unsigned short* UnitsOf(CStringData* data) noexcept { return reinterpret_cast<unsigned short*>(data + 1); }
 
 inline bool IsEmptyBuffer(const CStringData* data) noexcept { return data == &_afxInitData.header; }
 
-/// Makes a buffer of fresh memory with that capacity, which is no less than `length`; the units are unset.
-inline CStringData* PlaceBuffer(void* memory, int length, int capacity) noexcept {
-    // Nearly every buffer is kept for good, by design. The one place that says so to leak checkers.
+/// Makes a buffer of fresh memory with that capacity, which is no less than `length`. Of the units, it writes
+/// only the 0 behind that length and the one at the end.
+inline CStringData* InitBuffer(void* memory, int length, int capacity) noexcept {
+    // The pools keep nearly every buffer for the life of the process.
     IgnoreLeak(memory);
     auto* const data = new (memory) CStringData{nullptr, 1, length, capacity};
     UnitsOf(data)[capacity] = 0;
@@ -29,8 +31,8 @@ inline CStringData* PlaceBuffer(void* memory, int length, int capacity) noexcept
     return data;
 }
 
-/// A buffer with a copy of a short text, or null where the text is not short or memory would have to be
-/// made first. Calls nothing: most strings are made here, and one of ten units in the time of a few calls.
+/// A buffer with a copy of a short text, or null where the text is not short or the pool is empty. Makes no
+/// call: most strings are made here, and a call would cost as much as copying the text.
 inline CStringData* NewShortCopy(const unsigned short* units, int length) noexcept {
     if (units == nullptr || length <= 0 || length > CapacityOfClass(1)) {
         return nullptr;
@@ -39,13 +41,14 @@ inline CStringData* NewShortCopy(const unsigned short* units, int length) noexce
     if (!IsBufferMemoryReady(sizeClass)) {
         return nullptr;
     }
-    CStringData* const data = PlaceBuffer(TakeBufferMemory(sizeClass), length, CapacityOfClass(sizeClass));
+    CStringData* const data = InitBuffer(TakeBufferMemory(sizeClass), length, CapacityOfClass(sizeClass));
     CopyShortUnits(UnitsOf(data), units, static_cast<std::size_t>(length));
     return data;
 }
 
-/// A buffer with a copy of a short piece of a text, or null where NewShortCopy has to do. Units behind the
-/// piece are copied along, so that no branch depends on its length: those of tokens cannot be foreseen.
+/// A buffer with a copy of a short piece of a text, or null where the caller has to make it another way. Units
+/// behind the piece are copied along, so that no branch depends on its length, which cannot be predicted for
+/// tokens.
 inline CStringData* NewPiece(CStringData* text, std::size_t first, std::size_t count) noexcept {
     constexpr std::size_t most = CapacityOfClass(0);
     const std::size_t copied = count <= most / 2 ? most / 2 : most;
@@ -59,18 +62,21 @@ inline CStringData* NewPiece(CStringData* text, std::size_t first, std::size_t c
     if (copied == most) {
         std::memcpy(UnitsOf(data) + most / 2, from + most / 2, most / 2 * sizeof *from);
     }
-    return PlaceBuffer(data, static_cast<int>(count), most);
+    return InitBuffer(data, static_cast<int>(count), most);
 }
 
-/// A buffer with room for `length` units, which is above 0: count 1, that length, the 0 behind it; the
-/// units are unset.
+/// A buffer with a capacity of at least `length` units, which is above 0: reference count 1, that length, the
+/// 0 behind it. The caller writes all the units, or ends with SetFirstLength or ClearBehindText.
 CStringData* NewBuffer(int length);
 
-/// The room that NewBuffer gives for a length; 0 for 0.
+/// The capacity that NewBuffer provides for a length; 0 for 0.
 int CapacityFor(int length) noexcept;
 
-/// Gives back the host's string that the buffer keeps.
-void ForgetHostString(CStringData* data) noexcept;
+/// Releases the host's string that the buffer caches, if there is one.
+void DropHostString(CStringData* data) noexcept;
+
+/// The one thing that buffers need of the host's services, which only HostStrings.cpp calls.
+void ReleaseHostString(CFStringRef string) noexcept;
 
 inline void CopyUnits(unsigned short* to, const unsigned short* from, std::size_t count) noexcept {
     if (count != 0) {
@@ -100,42 +106,33 @@ inline int AsLength(std::size_t units) {
     return static_cast<int>(units);
 }
 
-// The units between the text and the end of the room are of no account, until somebody is let in to
-// write there or the length is set past the text: then they must be 0 or the caller's own, never what
-// an older text left. A buffer whose spare units have been cleared for a caller is `open`, which the
-// last unit tells, as long as the text leaves it free. The end of the caller's access closes it, and so
-// does whatever shortens the text.
+// The units behind the text belong to the caller to whom the buffer was handed for writing. Only what writes a
+// text changes them, and no state is kept in them. All units up to the capacity are initialised when the buffer
+// is made, so that a caller who sets too great a length sees zeros or an older text of this process, never
+// uninitialised memory. Blocks of the pools are cleared when they are new; a longer buffer is filled when it is
+// made, or cleared behind its text.
 
-inline constexpr unsigned short kOpen = 0xFFFF;
-
-inline bool IsOpen(CStringData* data) noexcept {
-    return data->dataLength < data->allocLength && UnitsOf(data)[data->allocLength] == kOpen;
+/// Clears everything behind the text.
+inline void ClearBehindText(CStringData* data) noexcept {
+    std::fill(UnitsOf(data) + data->dataLength, UnitsOf(data) + data->allocLength + 1, static_cast<unsigned short>(0));
 }
 
-/// Clears the spare units unless that has been done; the text leaves room.
-inline void Open(CStringData* data) noexcept {
-    if (!IsOpen(data)) {
-        unsigned short* const units = UnitsOf(data);
-        std::fill(units + data->dataLength, units + data->allocLength, static_cast<unsigned short>(0));
-        units[data->allocLength] = kOpen;
-    }
-}
-
-/// Sets a length not above the present one, or one up to which the units have just been written. Never
-/// writes to the empty buffer, which strings of several threads may look at.
-inline void SetLength(CStringData* data, int length) noexcept {
-    if (!IsEmptyBuffer(data)) {
-        unsigned short* const units = UnitsOf(data);
-        data->dataLength = length;
-        units[data->allocLength] = 0;
-        units[length] = 0;
-    }
-}
-
-/// Sets a length above the present one; an open buffer stays open.
-inline void GrowLength(CStringData* data, int length) noexcept {
+/// Sets the length of a text that has just been written to a buffer from NewBuffer, which may be longer.
+inline void SetFirstLength(CStringData* data, int length) noexcept {
     data->dataLength = length;
     UnitsOf(data)[length] = 0;
+    if (data->allocLength > CapacityOfClass(kSizeClasses - 1)) {
+        ClearBehindText(data);
+    }
 }
 
-}  // namespace Lum
+/// Sets the length and the 0 behind it. Never writes to the empty buffer, which strings of several threads
+/// share.
+inline void SetLength(CStringData* data, int length) noexcept {
+    if (!IsEmptyBuffer(data)) {
+        data->dataLength = length;
+        UnitsOf(data)[length] = 0;
+    }
+}
+
+}  // namespace Lum::Internal

@@ -1,32 +1,30 @@
-// Operations that change the text in place, or move it to a buffer of the size that it comes to need.
+// Operations that change the text, in place where its buffer is large enough and not shared.
 #include <Lum/CString.h>
 
 #include <functional>
 #include <memory>
 
-#include "Source/Base/UnitCase.h"
+#include "Source/Base/Ascii.h"
 #include "Source/Base/UnitSearch.h"
 #include "cstring/Buffer.h"
 
-namespace {
+using namespace Lum::Internal;
 
-using Lum::CopyUnits;
-using Lum::MoveUnits;
-using Lum::UnitsOf;
+namespace {
 
 bool IsInside(const unsigned short* units, const unsigned short* text, std::size_t length) noexcept {
     const std::less<> before;
     return !before(units, text) && !before(text + length, units);
 }
 
-/// The buffer in which a text comes to be `length` units long: its own, or a new one of the size that
-/// copying it first and then growing it to the exact length would end with.
+/// The buffer for a text that is to be `length` units long: its own, or a new one. The new one has the capacity
+/// that a copy of the text would have if that is enough, or else the one for the exact length.
 CStringData* BufferForEdit(CStringData* data, int length) {
     if (data->refCount < 2 && length <= data->allocLength) {
         return data;
     }
-    const bool isCopyEnough = data->refCount >= 2 && length <= Lum::CapacityFor(data->dataLength);
-    return Lum::NewBuffer(isCopyEnough ? data->dataLength : length);
+    const bool isCopyEnough = data->refCount >= 2 && length <= CapacityFor(data->dataLength);
+    return NewBuffer(isCopyEnough ? data->dataLength : length);
 }
 
 }  // namespace
@@ -38,7 +36,7 @@ void CString::SetUnit(int index, unsigned short unit) {
     }
 }
 
-// ---- Removing and inserting by place ------------------------------------------------------------
+// ---- Removing and inserting by position ---------------------------------------------------------
 
 void CString::Cut(std::size_t first, std::size_t count) {
     if (count == 0) {
@@ -46,7 +44,7 @@ void CString::Cut(std::size_t first, std::size_t count) {
     }
     const auto length = static_cast<std::size_t>(GetLength());
     MoveUnits(m_pchChars + first, m_pchChars + first + count, length - first - count);
-    Lum::SetLength(Data(), static_cast<int>(length - count));
+    SetLength(Data(), static_cast<int>(length - count));
 }
 
 int CString::Delete(int index, int count) {
@@ -67,33 +65,33 @@ int CString::InsertUnits(int index, const unsigned short* units, int length) {
     if (length == 0) {
         return before;
     }
-    const int total = Lum::AddLengths(before, length);
-    const auto place = static_cast<std::size_t>(std::clamp(index, 0, before));
+    const int total = AddLengths(before, length);
+    const auto position = static_cast<std::size_t>(std::clamp(index, 0, before));
     const auto count = static_cast<std::size_t>(length);
-    const std::size_t tail = static_cast<std::size_t>(before) - place;
+    const std::size_t tail = static_cast<std::size_t>(before) - position;
     CStringData* const target = BufferForEdit(data, total);
-    unsigned short* const hole = UnitsOf(target) + place;
+    unsigned short* const gap = UnitsOf(target) + position;
     if (target != data) {
-        CopyUnits(UnitsOf(target), m_pchChars, place);
-        CopyUnits(hole, units, count);
-        CopyUnits(hole + count, m_pchChars + place, tail);
-        Lum::SetLength(target, total);
+        CopyUnits(UnitsOf(target), m_pchChars, position);
+        CopyUnits(gap, units, count);
+        CopyUnits(gap + count, m_pchChars + position, tail);
+        SetFirstLength(target, total);
         Adopt(target);
         return total;
     }
-    Lum::ForgetHostString(data);
-    // Of units that stand in this very text, those behind the hole move with it.
+    DropHostString(data);
+    // Of units that stand in this very text, those behind the gap move with it.
     std::size_t unmoved = count;
     std::size_t shift = 0;
     if (IsInside(units, m_pchChars, static_cast<std::size_t>(before))) {
         const auto offset = static_cast<std::size_t>(units - m_pchChars);
-        unmoved = offset < place ? std::min(count, place - offset) : 0;
+        unmoved = offset < position ? std::min(count, position - offset) : 0;
         shift = count;
     }
-    MoveUnits(hole + count, hole, tail);
-    MoveUnits(hole, units, unmoved);
-    MoveUnits(hole + unmoved, units + unmoved + shift, count - unmoved);
-    Lum::GrowLength(data, total);
+    MoveUnits(gap + count, gap, tail);
+    MoveUnits(gap, units, unmoved);
+    MoveUnits(gap + unmoved, units + unmoved + shift, count - unmoved);
+    SetLength(data, total);
     return total;
 }
 
@@ -106,7 +104,7 @@ int CString::ReplaceUnit(unsigned short from, unsigned short to) {
     CopyBeforeWrite();
     unsigned short* const end = m_pchChars + GetLength();
     int count = 0;
-    // Branch-free, for the compiler to take many units at a step.
+    // Branch-free, so that the compiler makes vector code of it.
     for (unsigned short* unit = m_pchChars; unit != end; ++unit) {
         const bool isOne = *unit == from;
         count += isOne ? 1 : 0;
@@ -119,17 +117,17 @@ int CString::RemoveUnit(unsigned short unit) {
     CopyBeforeWrite();
     const int length = GetLength();
     const unsigned short* const end = std::remove(m_pchChars, m_pchChars + length, unit);
-    Lum::SetLength(Data(), static_cast<int>(end - m_pchChars));
+    SetLength(Data(), static_cast<int>(end - m_pchChars));
     return length - GetLength();
 }
 
 namespace {
 
-/// A text that is looked for and replaced: as it lies, or as a copy if it lies in the text that changes.
+/// A text to look for or to put in: the caller's, or a copy if it is part of the text that changes.
 class Operand {
 public:
     Operand(const unsigned short* units, const unsigned short* text, int textLength)
-        : m_Units(units), m_Size(units == nullptr ? 0 : Lum::CountUnits(units)) {
+        : m_Units(units), m_Size(units == nullptr ? 0 : CountUnits(units)) {
         if (m_Size != 0 && IsInside(units, text, static_cast<std::size_t>(textLength))) {
             m_Copy.reset(new unsigned short[m_Size]);
             CopyUnits(m_Copy.get(), units, m_Size);
@@ -145,41 +143,42 @@ private:
     std::unique_ptr<unsigned short[]> m_Copy;
 };
 
-/// The places where a text stands, found once to count them and kept, up to a number, for the replacing.
+/// The positions at which a text stands. They are found once to count them, and the first kKept are kept for
+/// the replacing.
 class Matches {
 public:
     Matches(const unsigned short* text, int length, const Operand& wanted) : m_Wanted(wanted) {
         const unsigned short* const end = text + length;
         for (const unsigned short* at = text; (at = Find(at, end)) != nullptr; at += wanted.Size()) {
             if (m_Count < kKept) {
-                m_Places[m_Count] = static_cast<int>(at - text);
+                m_Positions[m_Count] = static_cast<int>(at - text);
             }
             ++m_Count;
         }
     }
     [[nodiscard]] std::size_t Count() const noexcept { return m_Count; }
 
-    /// Match `index` of a text of which all that precedes it has been dealt with up to `from`.
+    /// The position of match `index`; the match before it ends at `from`.
     [[nodiscard]] const unsigned short* At(std::size_t index, const unsigned short* text, const unsigned short* from,
                                            const unsigned short* end) const noexcept {
-        return index < kKept ? text + m_Places[index] : Find(from, end);
+        return index < kKept ? text + m_Positions[index] : Find(from, end);
     }
 
 private:
     static constexpr std::size_t kKept = 1024;
 
     [[nodiscard]] const unsigned short* Find(const unsigned short* first, const unsigned short* last) const noexcept {
-        return m_Wanted.Size() == 1 ? Lum::FindUnit(first, last, *m_Wanted.Units())
-                                    : Lum::FindUnits(first, last, m_Wanted.Units(), m_Wanted.Size());
+        return m_Wanted.Size() == 1 ? FindUnit(first, last, *m_Wanted.Units())
+                                    : FindUnits(first, last, m_Wanted.Units(), m_Wanted.Size());
     }
 
     const Operand& m_Wanted;
     std::size_t m_Count = 0;
-    int m_Places[kKept];  // NOLINT: set up to m_Count
+    int m_Positions[kKept];  // NOLINT: set up to m_Count
 };
 
-/// Writes the text [text, text + length) with its matches replaced to `to`: if `isApart`, to another
-/// buffer, else to the text's own place or in front of it, as far as it grows.
+/// Writes the text [text, text + length) with its matches replaced to `to`: into another buffer if `isApart`,
+/// else into the text's own, at its own position or before it.
 void WriteReplaced(unsigned short* to, const unsigned short* text, int length, const Matches& matches,
                    std::size_t wantedSize, const Operand& replacement, bool isApart) {
     constexpr std::size_t shortest = 128;
@@ -189,12 +188,12 @@ void WriteReplaced(unsigned short* to, const unsigned short* text, int length, c
         const unsigned short* const match = matches.At(i, text, from, end);
         const auto kept = static_cast<std::size_t>(match - from);
         if (isApart && kept < shortest) {
-            Lum::CopyShortUnits(to, from, kept);
+            CopyShortUnits(to, from, kept);
         } else {
             MoveUnits(to, from, to == from ? 0 : kept);
         }
         to += kept;
-        Lum::CopyShortUnits(to, replacement.Units(), replacement.Size());
+        CopyShortUnits(to, replacement.Units(), replacement.Size());
         to += replacement.Size();
         from = match + wantedSize;
     }
@@ -217,24 +216,24 @@ int CString::Replace(Lum::UnitPointer from, Lum::UnitPointer to, int /*ignored*/
     const auto count = static_cast<long long>(matches.Count());
     const long long growth =
         count * (static_cast<long long>(replacement.Size()) - static_cast<long long>(wanted.Size()));
-    const int total = Lum::AddLengths(length, growth);
+    const int total = AddLengths(length, growth);
     CStringData* const data = Data();
     CStringData* const target = BufferForEdit(data, total);
     if (target != data) {
         WriteReplaced(UnitsOf(target), m_pchChars, length, matches, wanted.Size(), replacement, true);
-        Lum::SetLength(target, total);
+        SetFirstLength(target, total);
         Adopt(target);
         return static_cast<int>(count);
     }
-    Lum::ForgetHostString(data);
+    DropHostString(data);
     const unsigned short* text = m_pchChars;
     if (growth > 0) {
-        // Out of the way first, to the end of the room it will fill; writing never overtakes reading.
+        // Moved to the end of its future extent first, so that writing never overtakes reading.
         MoveUnits(m_pchChars + growth, m_pchChars, static_cast<std::size_t>(length));
         text += growth;
     }
     WriteReplaced(m_pchChars, text, length, matches, wanted.Size(), replacement, false);
-    Lum::SetLength(data, total);
+    SetLength(data, total);
     return static_cast<int>(count);
 }
 
@@ -268,19 +267,19 @@ void ChangeCase(unsigned short* units, std::size_t size, CaseChange change) {
 
 void CString::MakeUpper() {
     CopyBeforeWrite();
-    ChangeCase(m_pchChars, static_cast<std::size_t>(GetLength()), Lum::ToAsciiUpper);
+    ChangeCase(m_pchChars, static_cast<std::size_t>(GetLength()), ToAsciiUpper);
 }
 
 void CString::MakeLower() {
     CopyBeforeWrite();
-    ChangeCase(m_pchChars, static_cast<std::size_t>(GetLength()), Lum::ToAsciiLower);
+    ChangeCase(m_pchChars, static_cast<std::size_t>(GetLength()), ToAsciiLower);
 }
 
 // ---- Trimming -----------------------------------------------------------------------------------
 
 namespace {
 
-// The no-break space is white at the end only: the two ends have always asked two different tables.
+// Compatibility: the no-break space is trimmed at the end only; at the beginning it is indentation to applications.
 constexpr unsigned short kWhiteLeft[] = {9, 10, 11, 12, 13, 32};
 constexpr unsigned short kWhiteRight[] = {9, 10, 11, 12, 13, 32, 160};
 
@@ -299,7 +298,7 @@ void CString::TrimRightOf(const unsigned short* set, int size) {
     while (length > 0 && std::find(set, set + size, m_pchChars[length - 1]) != set + size) {
         --length;
     }
-    Lum::SetLength(Data(), length);
+    SetLength(Data(), length);
 }
 
 void CString::TrimLeft() { TrimLeftOf(kWhiteLeft, static_cast<int>(std::size(kWhiteLeft))); }

@@ -1,10 +1,21 @@
-// CPlex and CFixedAlloc: how memory comes from the heap and goes back; blocks move in BlockPool.h.
+// CPlex and CFixedAlloc: how memory comes from the heap and goes back to it. Single blocks are handed out in
+// BufferMemory.h.
 #include <Lum/FixedAlloc.h>
 
+#include <cstring>
 #include <limits>
 #include <new>
 
-#include "cstring/BlockPool.h"
+#include "cstring/BufferMemory.h"
+
+using namespace Lum::Internal;
+
+// The pools of string buffers are made on first use and never destroyed, so that strings in static objects
+// outlive every order of destruction.
+constinit CFixedAlloc* _afxAlloc64 = nullptr;   // NOLINT
+constinit CFixedAlloc* _afxAlloc128 = nullptr;  // NOLINT
+constinit CFixedAlloc* _afxAlloc256 = nullptr;  // NOLINT
+constinit CFixedAlloc* _afxAlloc512 = nullptr;  // NOLINT
 
 CPlex* CPlex::Create(CPlex*& head, unsigned int count, unsigned int elementSize) {
     const std::uint64_t size = std::uint64_t{std::max(count, 1U)} * elementSize;
@@ -28,11 +39,11 @@ CFixedAlloc::CFixedAlloc(unsigned int size, unsigned int count) noexcept : block
 
 CFixedAlloc::~CFixedAlloc() { FreeAll(); }
 
-void* CFixedAlloc::Alloc() { return Lum::TakeBlock(*this); }
+void* CFixedAlloc::Alloc() { return TakeBlock(*this); }
 
 void CFixedAlloc::Free(void* block) noexcept {
     if (block != nullptr) {
-        Lum::GiveBlock(*this, block);
+        FreeBlock(*this, block);
     }
 }
 
@@ -44,7 +55,13 @@ void CFixedAlloc::FreeAll() noexcept {
     freeList = nullptr;
 }
 
-namespace Lum {
+namespace Lum::Internal {
+
+CFixedAlloc* Pools::MakePool(int sizeClass) {
+    constexpr unsigned int blocksPerPlex = 64;
+    const auto blockSize = BlockDistance(BytesFor(CapacityOfClass(sizeClass)));
+    return *kPools[sizeClass] = new CFixedAlloc(static_cast<unsigned int>(blockSize), blocksPerPlex);
+}
 
 void AddPlex(CFixedAlloc& pool) {
     const std::uint64_t distance = BlockDistance(pool.blockSize);
@@ -56,8 +73,11 @@ void AddPlex(CFixedAlloc& pool) {
         CPlex::Create(pool.plexChain, static_cast<unsigned int>(count), static_cast<unsigned int>(distance));
     auto* const blocks = static_cast<std::byte*>(plex->data());
     for (std::size_t i = count; i-- > 0;) {
-        GiveBlock(pool, blocks + i * static_cast<std::size_t>(distance));
+        std::byte* const block = blocks + i * static_cast<std::size_t>(distance);
+        // Buffers of strings are read behind their text.
+        std::memset(block, 0, static_cast<std::size_t>(distance));
+        FreeBlock(pool, block);
     }
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

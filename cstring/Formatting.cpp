@@ -10,14 +10,16 @@
 #include "Source/Base/UnitSearch.h"
 #include "cstring/Buffer.h"
 
+using namespace Lum::Internal;
+
 namespace {
 
-/// Formats into room for `size` units, the 0 included, and returns the length: up to the first 0 unit.
+/// Formats into `size` units, the 0 included, and returns the length: up to the first 0 unit.
 int FormatInto(unsigned short* units, int size, const unsigned short* format, std::va_list arguments) {
     const int written = uc16_vswprintf(units, static_cast<std::size_t>(size), format, arguments);
     const int length = std::clamp(written, 0, size - 1);
     // A unit that was formatted may have been 0.
-    const unsigned short* const end = Lum::FindUnit(units, units + length, 0);
+    const unsigned short* const end = FindUnit(units, units + length, 0);
     return end == nullptr ? length : static_cast<int>(end - units);
 }
 
@@ -36,10 +38,10 @@ void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
     }
     if (Data()->refCount >= 2 || size > Data()->allocLength) {
         CString result;
-        result.m_pchChars = Lum::UnitsOf(Lum::NewBuffer(std::max(size, GetLength())));
+        result.m_pchChars = UnitsOf(NewBuffer(std::max(size, GetLength())));
         // Locked, so that it is freed if formatting throws.
         result.LockBuffer();
-        Lum::SetLength(result.Data(), FormatInto(result.m_pchChars, size, text, arguments));
+        SetFirstLength(result.Data(), FormatInto(result.m_pchChars, size, text, arguments));
         result.UnlockBuffer();
         Release();
         swap(*this, result);
@@ -53,7 +55,7 @@ void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
     AssignCopy(FormatInto(units, size, text, arguments), units);
 }
 
-// C's own manner of arguments is what these operations are about.
+// Variable arguments are what these operations are about.
 // NOLINTBEGIN(cert-dcl50-cpp)
 void CString::Format(const unsigned short* format, ...) {
     std::va_list arguments;
@@ -78,7 +80,7 @@ void CString::Format(unsigned int formatId, ...) {
     FormatV(format, arguments);
 }
 
-// These have always done nothing, and texts rely on staying as they are.
+// Compatibility: these do nothing. Applications call them on texts that have to stay as they are.
 void CString::FormatMessage(const unsigned short* /*format*/, ...) {}
 void CString::FormatMessage(const char16_t* /*format*/, ...) {}
 void CString::FormatMessage(unsigned int /*formatId*/, ...) {}

@@ -8,20 +8,22 @@
 #include "Source/Base/UnitSearch.h"
 #include "cstring/Buffer.h"
 
+using namespace Lum::Internal;
+
 namespace {
 
-/// One unit. Its byte is taken as a signed number, so that one from 0x80 on equals no unit; that is
-/// kept on purpose.
+/// One unit. Compatibility: its byte is taken as a signed number, so that one from 0x80 on equals no unit. Applications
+/// rely on such texts staying in one piece.
 class CharDelimiter {
 public:
     explicit CharDelimiter(char delimiter)
         : m_Unit(Lum::AsUnit(delimiter)), m_IsFindable(static_cast<signed char>(delimiter) >= 0) {}
 
     [[nodiscard]] const unsigned short* FindIn(const unsigned short* first, const unsigned short* last) const noexcept {
-        return m_IsFindable ? Lum::FindUnit(first, last, m_Unit) : nullptr;
+        return m_IsFindable ? FindUnit(first, last, m_Unit) : nullptr;
     }
     [[nodiscard]] std::size_t CountIn(const unsigned short* first, const unsigned short* last) const noexcept {
-        return m_IsFindable ? Lum::CountMatches(first, last, m_Unit) : 0;
+        return m_IsFindable ? CountMatches(first, last, m_Unit) : 0;
     }
     [[nodiscard]] const unsigned short* Units() const noexcept { return &m_Unit; }
     [[nodiscard]] static std::size_t Size() noexcept { return 1; }
@@ -37,7 +39,7 @@ public:
     explicit TextDelimiter(const CString& delimiter) : m_Delimiter(delimiter) {}
 
     [[nodiscard]] const unsigned short* FindIn(const unsigned short* first, const unsigned short* last) const noexcept {
-        return Size() == 0 ? nullptr : Lum::FindUnits(first, last, Units(), Size());
+        return Size() == 0 ? nullptr : FindUnits(first, last, Units(), Size());
     }
     [[nodiscard]] std::size_t CountIn(const unsigned short* first, const unsigned short* last) const noexcept {
         std::size_t count = 0;
@@ -66,8 +68,7 @@ int PartCount(const CString& text, const Delimiter& delimiter) noexcept {
     return static_cast<int>(std::min<std::size_t>(count, std::numeric_limits<int>::max()));
 }
 
-/// Where part `index` begins, from a part's beginning that lies `index` parts in front of it; null if the
-/// text ends first.
+/// The beginning of the part that follows `index` parts after the one at `begin`; null if the text ends first.
 template <class Delimiter>
 const unsigned short* SkipParts(const unsigned short* begin, const unsigned short* end, const Delimiter& delimiter,
                                 long long index) noexcept {
@@ -120,19 +121,19 @@ CString Surrounded(long long before, const CString& text, Range piece, long long
         throw std::bad_alloc();
     }
     CString result;
-    result.AllocBuffer(Lum::AddLengths((before + after) * size, static_cast<long long>(piece.count)));
+    result.AllocBuffer(AddLengths((before + after) * size, static_cast<long long>(piece.count)));
     if (result.IsEmpty()) {
         return result;
     }
     unsigned short* to = result.GetBuffer(0);
     const auto write = [&](long long times) {
         for (; size != 0 && times > 0; --times) {
-            Lum::CopyUnits(to, delimiter.Units(), delimiter.Size());
+            CopyUnits(to, delimiter.Units(), delimiter.Size());
             to += size;
         }
     };
     write(before);
-    Lum::CopyUnits(to, text.begin() + piece.first, piece.count);
+    CopyUnits(to, text.begin() + piece.first, piece.count);
     to += piece.count;
     write(after);
     return result;
@@ -149,7 +150,7 @@ CString PartRange(const CString& text, const Delimiter& delimiter, int first, in
     }
     const int end = last == -1 ? count : last;
     if (end == first) {
-        // One part, although the range is empty; kept on purpose.
+        // Compatibility: one part, although the range is empty; applications pass equal ends to get that part.
         return Part(text, delimiter, first);
     }
     if (end < first) {

@@ -7,19 +7,21 @@
 
 #include <Lum/CString.h>
 
-#include "Source/Base/UnitCase.h"
+#include "Source/Base/Ascii.h"
 #include "Source/Base/UnitSearch.h"
+
+using namespace Lum::Internal;
 
 unsigned short* CharUpper(unsigned short* text) {
     if (text != nullptr) {
-        Lum::ToAsciiUpper(text, Lum::CountUnits(text));
+        ToAsciiUpper(text, CountUnits(text));
     }
     return text;
 }
 
 unsigned short* CharLower(unsigned short* text) {
     if (text != nullptr) {
-        Lum::ToAsciiLower(text, Lum::CountUnits(text));
+        ToAsciiLower(text, CountUnits(text));
     }
     return text;
 }
@@ -28,13 +30,13 @@ const unsigned short* _mbsstr(const unsigned short* text, Lum::UnitPointer part,
     if (text == nullptr || part == nullptr || (IntlInfo::s_doubleByte && *text == 0)) {
         return nullptr;
     }
-    return Lum::FindUnits(text, text + Lum::CountUnits(text), part, Lum::CountUnits(part));
+    return FindUnits(text, text + CountUnits(text), part, CountUnits(part));
 }
 
 void inflateAsciiToLPTSTR(const char* bytes, unsigned short* units, int count) {
     // From the end, so that no byte is overwritten before it is read where both begin at one place.
     for (int i = count - 1; i >= 0 && bytes != nullptr && units != nullptr; --i) {
-        units[i] = static_cast<unsigned short>(static_cast<signed char>(bytes[i]));  // NOLINT: signed on purpose
+        units[i] = static_cast<unsigned short>(static_cast<signed char>(bytes[i]));  // NOLINT: as documented
     }
 }
 

@@ -1,10 +1,11 @@
-// Comparison, searching, and the parts of a text that are found by place or by sets of units.
+// Comparison, searching, and the parts of a text that are found by position or by sets of units.
 #include <Lum/CString.h>
 
 #include "Platform/Uc16/Uc16.h"
-#include "Source/Base/UnitCompare.h"
 #include "Source/Base/UnitSearch.h"
 #include "cstring/Buffer.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
@@ -23,17 +24,17 @@ const unsigned short* SetOrEmpty(const unsigned short* set) noexcept { return se
 // ---- Comparison ---------------------------------------------------------------------------------
 
 bool CString::Equals(const unsigned short* units, int length) const noexcept {
-    return GetLength() == length && Lum::EqualUnits(m_pchChars, units, static_cast<std::size_t>(length));
+    return GetLength() == length && EqualUnits(m_pchChars, units, static_cast<std::size_t>(length));
 }
 
 int CString::Compare(const CString& other) const noexcept {
-    return Lum::CompareUnits(m_pchChars, static_cast<std::size_t>(GetLength()), other.m_pchChars,
-                             static_cast<std::size_t>(other.GetLength()));
+    return CompareUnits(m_pchChars, static_cast<std::size_t>(GetLength()), other.m_pchChars,
+                        static_cast<std::size_t>(other.GetLength()));
 }
 
 int CString::Compare(const unsigned short* text) const {
-    const std::size_t size = text == nullptr ? 0 : Lum::CountUnits(text);
-    return Lum::CompareUnits(m_pchChars, static_cast<std::size_t>(GetLength()), text, size);
+    const std::size_t size = text == nullptr ? 0 : CountUnits(text);
+    return CompareUnits(m_pchChars, static_cast<std::size_t>(GetLength()), text, size);
 }
 
 int CString::CompareNoCase(Lum::UnitPointer text) const {
@@ -60,11 +61,11 @@ int CString::FindFirst(unsigned short unit, int start) const noexcept {
         return -1;
     }
     // The 0 behind the text is part of what is searched.
-    return IndexOf(m_pchChars, Lum::FindUnit(m_pchChars + std::max(start, 0), m_pchChars + length + 1, unit));
+    return IndexOf(m_pchChars, FindUnit(m_pchChars + std::max(start, 0), m_pchChars + length + 1, unit));
 }
 
 int CString::FindLast(unsigned short unit) const noexcept {
-    return IndexOf(m_pchChars, Lum::FindLastUnit(m_pchChars, m_pchChars + GetLength() + 1, unit));
+    return IndexOf(m_pchChars, FindLastUnit(m_pchChars, m_pchChars + GetLength() + 1, unit));
 }
 
 int CString::Find(Lum::UnitPointer text, int start) const {
@@ -72,21 +73,21 @@ int CString::Find(Lum::UnitPointer text, int start) const {
     if (start > length) {
         return -1;
     }
-    const std::size_t size = text == nullptr ? 0 : Lum::CountUnits(text);
-    return IndexOf(m_pchChars, Lum::FindUnits(m_pchChars + std::max(start, 0), m_pchChars + length, text, size));
+    const std::size_t size = text == nullptr ? 0 : CountUnits(text);
+    return IndexOf(m_pchChars, FindUnits(m_pchChars + std::max(start, 0), m_pchChars + length, text, size));
 }
 
 int CString::FindOneOf(Lum::UnitPointer set) const {
     return IndexOf(m_pchChars, uc16_wcspbrk(m_pchChars, SetOrEmpty(set)));
 }
 
-// ---- Parts by place and by sets -----------------------------------------------------------------
+// ---- Parts by position and by sets --------------------------------------------------------------
 
 CString CString::Piece(std::size_t first, std::size_t count) const {
     if (first == 0 && count == static_cast<std::size_t>(GetLength())) {
         return *this;
     }
-    if (CStringData* const data = Lum::NewPiece(Data(), first, count)) {
+    if (CStringData* const data = NewPiece(Data(), first, count)) {
         return {Made(), data};
     }
     return {m_pchChars + first, static_cast<int>(count)};

@@ -1,4 +1,4 @@
-// Strings by number: index, single strings, bundle tables, and the slots that keep what was looked up.
+// Strings by number: index, single strings, bundle tables, and the cache of what was looked up last.
 #include <Lum/CString.h>
 
 #include <array>
@@ -7,20 +7,18 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "Platform/CoreFoundation/CFArray.h"
-#include "Platform/CoreFoundation/CFBundle.h"
-#include "Platform/CoreFoundation/CFString.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 #include "Platform/Resources/Resources.h"
 #include "Platform/TextEncoding/TextEncodingConverter.h"
-#include "cstring/OwnedString.h"
+#include "cstring/HostOwners.h"
+
+using namespace Lum::Internal;
 
 char** gStrResTable = nullptr;
 bool gStrResTableInited = false;
 CFMutableArrayRef CString::m_arrayOfStringTables = nullptr;
 
 namespace {
-
-using Lum::OwnedString;
 
 /// An entry of the index, in the host's byte order.
 struct Entry {
@@ -39,7 +37,8 @@ constexpr std::size_t kSlots = 64;
 /// Lives as long as the process once there is one.
 std::array<Slot, kSlots>* slots = nullptr;
 
-/// Numbers above 8 have odd slots only. That is no slip.
+/// Compatibility: numbers above 8 have odd slots only. Applications rely on which numbers
+/// displace one another.
 std::size_t SlotOf(unsigned int number) { return (number | (number > 8 ? 1U : 0U)) % kSlots; }
 
 /// Most files have their index in order.
@@ -59,23 +58,23 @@ bool FindInIndex(unsigned int number, Entry& entry) {
         return false;
     }
     const Entry key{static_cast<std::uint16_t>(number), 0};
-    HLock(gStrResTable);
+    const HandleLock lock(gStrResTable);
     const void* const found =
         std::bsearch(&key, *gStrResTable, static_cast<std::size_t>(count), sizeof(Entry), StrResCmp);
     if (found != nullptr) {
         std::memcpy(&entry, found, sizeof entry);
     }
-    HUnlock(gStrResTable);
     return found != nullptr;
 }
 
 /// The string of a single-string resource; false if there is none. One that ends too early is cut.
 bool GetSingleString(unsigned int number, Str255 text) {
     auto* const handle = reinterpret_cast<Handle>(GetString(static_cast<ResID>(static_cast<std::uint16_t>(number))));
+    ThrowIfMemoryRanOut();
     if (handle == nullptr) {
         return false;
     }
-    HLock(handle);
+    const HandleLock lock(handle);
     const Size size = GetHandleSize(handle);
     text[0] = 0;
     if (size > 0) {
@@ -83,11 +82,10 @@ bool GetSingleString(unsigned int number, Str255 text) {
         text[0] = size > length ? length : static_cast<unsigned char>(size - 1);
         std::memcpy(text + 1, *handle + 1, text[0]);
     }
-    HUnlock(handle);
     return true;
 }
 
-/// The answer of the first table that knows the key; the key itself if none does.
+/// The text of the key in the first table that has it; the key itself if none has.
 OwnedString LookUpInTables(CFStringRef key, CFArrayRef tables) {
     auto* const bundle = CFBundleGetMainBundle();
     OwnedString answer(CFBundleCopyLocalizedString(bundle, key, key, nullptr));
@@ -99,7 +97,7 @@ OwnedString LookUpInTables(CFStringRef key, CFArrayRef tables) {
 }
 
 OwnedString KeyOf(unsigned int number) {
-    char text[10];  // cuts the longest numbers, by design
+    char text[10];  // Compatibility: cuts the longest numbers, as the keys in applications' tables are.
     std::snprintf(text, sizeof text, "%d", static_cast<int>(number));
     return OwnedString(CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingASCII));
 }
@@ -118,20 +116,21 @@ int StrResCmp(const void* a, const void* b) {
 void CheckStrResTableForDups(void* /*table*/, int /*count*/) {}
 
 int NumStrRes() {
-    // No entries are left of an index whose file has been closed.
+    // An index whose file has been closed has no entries.
     return gStrResTable == nullptr ? 0 : static_cast<int>(GetHandleSize(gStrResTable) / Size{sizeof(Entry)});
 }
 
 void InitStrResTable() {
     constexpr ResType kIndexType = 0x5354526D;  // 'STRm'
+    char** const index = GetResource(kIndexType, 0);
+    ThrowIfMemoryRanOut();
     gStrResTableInited = true;
-    gStrResTable = GetResource(kIndexType, 0);
+    gStrResTable = index;
     if (gStrResTable != nullptr) {
-        HLock(gStrResTable);
+        const HandleLock lock(gStrResTable);
         if (!IsSorted(*gStrResTable, static_cast<std::size_t>(NumStrRes()))) {
             std::qsort(*gStrResTable, static_cast<std::size_t>(NumStrRes()), sizeof(Entry), StrResCmp);
         }
-        HUnlock(gStrResTable);
     }
 }
 
@@ -163,7 +162,7 @@ bool CString::LoadString(unsigned int id) {
     if (!gStrResTableInited) {
         InitStrResTable();
     }
-    slot.number = 0;  // until there is something to keep
+    slot.number = 0;  // until the look-up has succeeded
     const bool isFound = LookUp(id);
     slot.text = *this;
     slot.isFound = isFound;
@@ -177,6 +176,7 @@ bool CString::LookUp(unsigned int id) {
     if (Entry entry{}; FindInIndex(id, entry)) {
         GetIndString(text, static_cast<ResID>(kFirstList + entry.position / kStringsPerList),
                      static_cast<short>(entry.position % kStringsPerList + 1));
+        ThrowIfMemoryRanOut();
         if (text[0] != 0) {
             FromMac(text);
         }
@@ -191,7 +191,8 @@ bool CString::LookUp(unsigned int id) {
     if (!IsEmpty()) {
         return true;
     }
-    // Numbers outside of the middle range get a second chance, which counts when memory was short before.
+    // Compatibility: numbers outside of the middle range are asked for once more, should the tables' look-up
+    // have changed which resources there are.
     const bool isSingle = (id < 2000 || id > 20000) && GetSingleString(id, text);
     if (isSingle) {
         FromMac(text);

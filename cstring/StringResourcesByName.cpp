@@ -8,18 +8,26 @@
 #include <new>
 #include <string>
 
-#include "Platform/CoreFoundation/CFString.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 #include "Platform/Resources/Resources.h"
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 #include "Platform/Uc16/Uc16.h"
 #include "cstring/Buffer.h"
-#include "cstring/OwnedString.h"
+#include "cstring/HostOwners.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
-constexpr long kNameSize = 256;
+using PascalName = unsigned char[256];
 
-/// Makes a handle, or resizes the one that is there, and fills it. Whether there was one.
+/// Makes a Pascal string of a whole name; false if it does not fit the 254 bytes that ToMac writes.
+bool MakeName(const CString& name, PascalName& pascal) {
+    name.ToMac(pascal, sizeof pascal);
+    return name.IsEmpty() || (pascal[0] != 0 && name.GetLength() < 255);
+}
+
+/// Makes a handle, or resizes the one that there is, and fills it. Returns whether there was one.
 bool Store(Handle& handle, const void* bytes, std::size_t size) {
     const bool isThere = handle != nullptr;
     const auto wanted = static_cast<Size>(size);
@@ -32,9 +40,7 @@ bool Store(Handle& handle, const void* bytes, std::size_t size) {
         throw std::bad_alloc();
     }
     if (size != 0) {
-        HLock(handle);
         std::memcpy(*handle, bytes, size);
-        HUnlock(handle);
     }
     return isThere;
 }
@@ -45,12 +51,11 @@ bool CString::LoadString(char** handle) {
     if (handle == nullptr) {
         return false;
     }
-    HLock(handle);
+    const HandleLock lock(handle);
     const auto size = static_cast<std::size_t>(GetHandleSize(handle));
     const std::string text(size == 0 ? "" : *handle, size == 0 ? 0 : strnlen(*handle, size));
-    HUnlock(handle);
     const TextEncoding encoding = GetApplicationTextEncoding();
-    const Lum::OwnedString string(CFStringCreateWithCString(kCFAllocatorDefault, text.c_str(), encoding));
+    const OwnedString string(CFStringCreateWithCString(kCFAllocatorDefault, text.c_str(), encoding));
     return SetFromCFStringRef(string.get(), encoding);
 }
 
@@ -59,7 +64,7 @@ bool CString::LoadUnicodeString(char** handle) {
         return false;
     }
     const auto size = static_cast<std::size_t>(GetHandleSize(handle));
-    const int length = Lum::AsLength(size / 2);
+    const int length = AsLength(size / 2);
     unsigned short* const units = GetBufferSetLength(length);
     if (length != 0) {
         std::memcpy(units, *handle, size / 2 * 2);
@@ -70,13 +75,13 @@ bool CString::LoadUnicodeString(char** handle) {
 
 bool CString::LoadString(unsigned long type, const unsigned char* name, bool unicode) {
     char** const handle = Get1NamedResource(static_cast<ResType>(type), name);
+    ThrowIfMemoryRanOut();
     return unicode ? LoadUnicodeString(handle) : LoadString(handle);
 }
 
 bool CString::LoadString(unsigned long type, const CString& name, bool unicode) {
-    unsigned char pascal[kNameSize];
-    name.ToMac(pascal, kNameSize);
-    return LoadString(type, pascal, unicode);
+    PascalName pascal;
+    return MakeName(name, pascal) && LoadString(type, pascal, unicode);
 }
 
 bool CString::UnloadUnicodeString(char*** handle) const {
@@ -95,19 +100,20 @@ bool CString::UnloadString(char*** handle) const {
 bool CString::UnloadString(unsigned long type, const unsigned char* name, bool unicode) const {
     const auto code = static_cast<ResType>(type);
     Handle handle = Get1NamedResource(code, name);
+    ThrowIfMemoryRanOut();
     if (unicode ? UnloadUnicodeString(&handle) : UnloadString(&handle)) {
         ChangedResource(handle);
         return true;
     }
     AddResource(handle, code, UniqueID(code), name);
     if (ResError() != noErr) {
-        DisposeHandle(handle);  // nobody took it
+        DisposeHandle(handle);  // no file owns it
+        ThrowIfMemoryRanOut();
     }
     return false;
 }
 
 bool CString::UnloadString(unsigned long type, const CString& name, bool unicode) const {
-    unsigned char pascal[kNameSize];
-    name.ToMac(pascal, kNameSize);
-    return UnloadString(type, pascal, unicode);
+    PascalName pascal;
+    return MakeName(name, pascal) && UnloadString(type, pascal, unicode);
 }

@@ -1,7 +1,7 @@
-// Construction, assignment, access to the buffer, and the primitives that editing is made of.
+// Construction, assignment, access to the buffer, and the primitives that editing is built on.
 //
-// Every operation reads the old buffer before it releases it: what an operation copies from may lie in
-// there, and a locked buffer ends with its release.
+// Every operation reads the old buffer before it releases it: the text that an operation copies from may be in
+// that buffer, and releasing a locked buffer frees it.
 #include <Lum/CString.h>
 
 #include <cstdint>
@@ -9,14 +9,11 @@
 #include "Source/Base/UnitSearch.h"
 #include "cstring/Buffer.h"
 
-using Lum::AddLengths;
-using Lum::CopyUnits;
-using Lum::NewBuffer;
-using Lum::UnitsOf;
+using namespace Lum::Internal;
 
-int CString::LengthOf(const unsigned short* text) { return text == nullptr ? 0 : Lum::AsLength(Lum::CountUnits(text)); }
+int CString::LengthOf(const unsigned short* text) { return text == nullptr ? 0 : AsLength(CountUnits(text)); }
 
-int CString::LengthOf(std::u16string_view text) { return Lum::AsLength(text.size()); }
+int CString::LengthOf(std::u16string_view text) { return AsLength(text.size()); }
 
 // ---- Construction and assignment ----------------------------------------------------------------
 
@@ -33,7 +30,7 @@ CString::CString(const unsigned short* text) : m_pchChars(EmptyText()) {
 }
 
 CString::CString(const unsigned short* units, int length) : m_pchChars(EmptyText()) {
-    if (CStringData* const data = Lum::NewShortCopy(units, length)) {
+    if (CStringData* const data = NewShortCopy(units, length)) {
         m_pchChars = UnitsOf(data);
     } else {
         Begin(units, length);
@@ -69,7 +66,7 @@ void CString::Fill(unsigned short unit, int repeat) {
 
 void CString::AssignShared(const CString& other) { AssignCopy(other.GetLength(), other.m_pchChars); }
 
-// Strings of one buffer are told apart from others by the buffer, so a string from itself as well.
+// Comparing the buffers covers assignment to itself as well.
 CString& CString::operator=(const CString& other) {  // NOLINT(bugprone-unhandled-self-assignment)
     if (m_pchChars == other.m_pchChars) {
         return *this;
@@ -95,23 +92,18 @@ CString& CString::operator=(const unsigned short* text) {
 unsigned short* CString::GetBuffer(int minLength) {
     CStringData* const data = Data();
     if (data->refCount < 2 && minLength <= data->allocLength) {
-        if (minLength > data->dataLength) {
-            Lum::Open(data);
-        }
         return m_pchChars;
     }
     const int length = data->dataLength;
-    const int room = std::max(minLength, length);
-    if (room == 0) {
+    const int capacity = std::max(minLength, length);
+    if (capacity == 0) {
         Release();
         return m_pchChars;
     }
-    CStringData* const fresh = NewBuffer(room);
+    CStringData* const fresh = NewBuffer(capacity);
     CopyUnits(UnitsOf(fresh), m_pchChars, static_cast<std::size_t>(length));
-    Lum::SetLength(fresh, length);
-    if (minLength > length) {
-        Lum::Open(fresh);
-    }
+    fresh->dataLength = length;
+    ClearBehindText(fresh);
     Adopt(fresh);
     return m_pchChars;
 }
@@ -119,32 +111,21 @@ unsigned short* CString::GetBuffer(int minLength) {
 unsigned short* CString::GetBufferSetLength(int length) {
     length = std::max(length, 0);
     GetBuffer(length);
-    Lum::ForgetHostString(Data());
-    if (length > Data()->dataLength) {
-        Lum::GrowLength(Data(), length);
-    } else {
-        Lum::SetLength(Data(), length);
-    }
+    DropHostString(Data());
+    SetLength(Data(), length);
     return m_pchChars;
 }
 
 void CString::ReleaseBuffer(int length) {
-    CopyBeforeWrite();
+    // A copy like that of CopyBeforeWrite, but cleared behind the text: any length may follow.
+    GetBuffer(0);
     CStringData* const data = Data();
-    if (Lum::IsEmptyBuffer(data)) {
-        return;
-    }
-    const bool isOpen = Lum::IsOpen(data);
+    DropHostString(data);
     if (length == -1) {
-        const int most = isOpen ? data->allocLength : data->dataLength;
-        const unsigned short* const end = Lum::FindUnit(m_pchChars, m_pchChars + most, 0);
-        length = end == nullptr ? most : static_cast<int>(end - m_pchChars);
+        const unsigned short* const end = FindUnit(m_pchChars, m_pchChars + data->allocLength, 0);
+        length = end == nullptr ? data->allocLength : static_cast<int>(end - m_pchChars);
     }
-    length = std::clamp(length, 0, data->allocLength);
-    if (!isOpen && length > data->dataLength) {
-        std::fill(m_pchChars + data->dataLength, m_pchChars + length, static_cast<unsigned short>(0));
-    }
-    Lum::SetLength(data, length);
+    SetLength(data, std::clamp(length, 0, data->allocLength));
 }
 
 unsigned short* CString::LockSharedBuffer() {
@@ -208,12 +189,12 @@ void CString::CopyBeforeWrite() {
             Adopt(data);
         }
     }
-    Lum::ForgetHostString(Data());
+    DropHostString(Data());
 }
 
 void CString::AllocBeforeWrite(int length) {
     if (Data()->refCount < 2 && length <= Data()->allocLength) {
-        Lum::ForgetHostString(Data());
+        DropHostString(Data());
         return;
     }
     CString fresh;
@@ -241,9 +222,9 @@ void CString::AssignCopy(int length, Lum::UnitPointer units) {
     const int count = units == nullptr ? 0 : std::max(length, 0);
     CStringData* const data = Data();
     if (data->refCount < 2 && count <= data->allocLength) {
-        Lum::ForgetHostString(data);
-        Lum::MoveUnits(m_pchChars, units, static_cast<std::size_t>(count));
-        Lum::SetLength(data, count);
+        DropHostString(data);
+        MoveUnits(m_pchChars, units, static_cast<std::size_t>(count));
+        SetLength(data, count);
     } else if (count == 0) {
         Release();
     } else {
@@ -275,9 +256,9 @@ void CString::ConcatInPlace(int length, Lum::UnitPointer units) {
     const int before = data->dataLength;
     const int total = AddLengths(before, length);
     if (data->refCount < 2 && total <= data->allocLength) {
-        Lum::ForgetHostString(data);
-        Lum::MoveUnits(m_pchChars + before, units, count);
-        Lum::GrowLength(data, total);
+        DropHostString(data);
+        MoveUnits(m_pchChars + before, units, count);
+        SetLength(data, total);
         return;
     }
     CStringData* const fresh = NewBuffer(total);

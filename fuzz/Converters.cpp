@@ -1,8 +1,8 @@
-// Property: between any encoding and UTF-16, either way, a text converted in blocks of any size into
-// rooms of any size gives what it gives at once, and stops at the same place for the same reason; every
-// call gets on; and what was converted without a fault can be converted back.
+// Property: between any two encodings, a text that is converted in blocks of any size into outputs of any size
+// gives the same text, status and position as the whole text at once, by a StreamConverter and by ConvertText.
+// Every call makes progress. The result of a conversion without a fault can be converted again, and to UTF-16
+// it gives the text that it was made from, if that was UTF-16.
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <random>
 #include <string>
@@ -11,7 +11,7 @@
 
 #include <Lum/Transcoder.h>
 
-#include "Fuzz.h"
+#include "fuzz/Fuzz.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ struct Converted {
     bool operator==(const Converted& other) const = default;
 };
 
-/// A block of its exact size, for the sanitizer's sake.
+/// A block of its exact size, so that a sanitizer sees every access outside.
 struct Block {
     explicit Block(std::size_t length) : bytes(new char[length]), size(length) {}
     explicit Block(std::string_view text) : Block(text.size()) { std::copy(text.begin(), text.end(), bytes.get()); }
@@ -35,27 +35,28 @@ struct Block {
     std::size_t size;
 };
 
-/// Every call gets at most what `nextBlock` and `nextRoom` say beyond what it has been shown already.
-template <class NextBlock, class NextRoom>
+/// Each call gets `nextBlock()` more bytes of input than the last one, and an output of `nextSpace()` bytes.
+template <class NextBlock, class NextSpace>
 Converted Convert(Lum::StreamConverter& converter, std::string_view text, const NextBlock& nextBlock,
-                  const NextRoom& nextRoom) {
+                  const NextSpace& nextSpace) {
     Converted result{ConversionStatus::kDone, 0, {}};
-    const auto take = [&](const Block& room, const ConversionResult& step) {
-        Require(step.written <= room.size);
-        result.text.append(room.bytes.get(), step.written);
+    const auto take = [&](const Block& output, const ConversionResult& step) {
+        Require(step.written <= output.size);
+        result.text.append(output.bytes.get(), step.written);
         result.status = step.status;
     };
     for (std::size_t shown = 0;;) {
-        const Block seen(text.substr(result.read, shown - result.read));
-        const Block room(nextRoom());
-        const ConversionResult step = converter.Convert({seen.bytes.get(), seen.size}, {room.bytes.get(), room.size});
-        Require(step.read <= seen.size);
-        take(room, step);
+        const Block input(text.substr(result.read, shown - result.read));
+        const Block output(nextSpace());
+        const ConversionResult step =
+            converter.Convert({input.bytes.get(), input.size}, {output.bytes.get(), output.size});
+        Require(step.read <= input.size);
+        take(output, step);
         result.read += step.read;
         if (step.status == ConversionStatus::kOutputFull) {
-            Require(step.written != 0 || room.size < 16);
+            Require(step.written != 0 || output.size < 16);
         } else if (step.status == ConversionStatus::kDone || step.status == ConversionStatus::kIncomplete) {
-            Require(step.status == ConversionStatus::kIncomplete || step.read == seen.size);
+            Require(step.status == ConversionStatus::kIncomplete || step.read == input.size);
             if (shown == text.size()) {
                 break;
             }
@@ -66,8 +67,8 @@ Converted Convert(Lum::StreamConverter& converter, std::string_view text, const 
     }
     if (result.status == ConversionStatus::kDone) {
         do {
-            const Block room(nextRoom());
-            take(room, converter.Finish({room.bytes.get(), room.size}));
+            const Block output(nextSpace());
+            take(output, converter.Finish({output.bytes.get(), output.size}));
         } while (result.status == ConversionStatus::kOutputFull);
     }
     return result;
@@ -76,8 +77,7 @@ Converted Convert(Lum::StreamConverter& converter, std::string_view text, const 
 const std::vector<Lum::EncodingInfo>& Encodings() {
     static const std::vector<Lum::EncodingInfo> encodings = [] {
         auto all = Lum::KnownEncodings();
-        all.erase(std::remove_if(all.begin(), all.end(), [](const auto& info) { return !info.isConvertible; }),
-                  all.end());
+        std::erase_if(all, [](const auto& info) { return !info.isConvertible; });
         return all;
     }();
     return encodings;
@@ -89,28 +89,31 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 4) {
         return 0;
     }
-    const std::string& encoding = Encodings()[data[0] % Encodings().size()].name;
-    const bool isToUtf16 = data[1] % 2 == 0;
+    const std::vector<Lum::EncodingInfo>& encodings = Encodings();
+    const std::string& encoding = encodings[data[0] % encodings.size()].name;
+    const std::string other = data[1] < 2 ? "utf-16" : encodings[(data[1] / 2U - 1) % encodings.size()].name;
+    const std::string from = data[1] % 2 == 0 ? encoding : other;
+    const std::string to = data[1] % 2 == 0 ? other : encoding;
     const std::string_view text(reinterpret_cast<const char*>(data) + 4, size - 4);
-    const std::string from = isToUtf16 ? encoding : "utf-16";
-    const std::string to = isToUtf16 ? "utf-16" : encoding;
     Lum::StreamConverter converter(from, to);
 
-    const Converted whole = Convert(
-        converter, text, [&] { return text.size(); }, [&] { return 16 * size + 64; });
+    const auto inputSize = [&] { return text.size(); };
+    const auto outputSize = [&] { return 16 * size + 64; };
+    const Converted whole = Convert(converter, text, inputSize, outputSize);
+    const auto direct = Lum::ConvertText(text, from, to);
+    Require(whole == Converted{direct.status, direct.offset, direct.text});
     converter.Clear();
     std::mt19937 random(data[1]);
-    const Converted pieces = Convert(
-        converter, text, [&] { return 1 + random() % (1U + data[2]); }, [&] { return random() % (17U + data[3]); });
-    Require(pieces == whole);
-    converter.Clear();
     Require(Convert(
-                converter, text, [&] { return text.size(); }, [&] { return 16 * size + 64; }) == whole);
+                converter, text, [&] { return 1 + random() % (1U + data[2]); },
+                [&] { return random() % (17U + data[3]); }) == whole);
+    converter.Clear();
+    Require(Convert(converter, text, inputSize, outputSize) == whole);
 
-    if (!isToUtf16 && whole.status == ConversionStatus::kDone) {
-        Lum::StreamConverter back(to, from);
-        const auto all = [&] { return whole.text.size() * 4 + 64; };
-        Require(Convert(back, whole.text, all, all).status == ConversionStatus::kDone);
+    if (whole.status == ConversionStatus::kDone) {
+        const auto back = Lum::ConvertText(whole.text, to, "utf-16");
+        Require(back.status == ConversionStatus::kDone);
+        Require(from != "utf-16" || back.text == text);
     }
     return 0;
 }

@@ -1,14 +1,16 @@
-// Property: a format of positions gives, piece by piece, what snprintf gives for numbers and a plain model
-// for texts; literals and unknown conversions stand as they stand.
+// Property: each conversion of a number gives what snprintf gives, alone and by position among others, and each of
+// a text what a plain model gives; literals and unknown conversions are copied to the result.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <string>
 #include <string_view>
 
 #include <Lum/CString.h>
 
-#include "Fuzz.h"
+#include "fuzz/Fuzz.h"
 
 namespace {
 
@@ -35,16 +37,28 @@ private:
     std::size_t m_Left;
 };
 
+/// A number of the input, or one at an edge of its type.
+template <class Number>
+Number TakeNumber(Choices& choices) {
+    using Of = std::numeric_limits<Number>;
+    const Number half = static_cast<Number>(-0.5), many = static_cast<Number>(999999.5);
+    const Number edges[] = {0, half, many, Of::lowest(), Of::max(), Of::infinity(), Of::quiet_NaN(), Of::denorm_min()};
+    const unsigned choice = choices.Below(2 * static_cast<unsigned>(std::size(edges)));
+    return choice < std::size(edges) ? edges[choice] : choices.Take<Number>();
+}
+
 // What all conversions of one format choose from, each at its position.
 struct Values {
-    int width;
-    int precision;
-    int number;
-    long long longNumber;
-    double real;
-    long double longReal;
-    std::u16string text;
+    Choices& choices;
+    int width = choices.Take<std::int16_t>() % 200, precision = choices.Take<std::int16_t>() % 200;
+    int number = TakeNumber<int>(choices);
+    long long longNumber = TakeNumber<long long>(choices);
+    double real = TakeNumber<double>(choices);
+    long double longReal = TakeNumber<double>(choices) / 3.0L;
+    std::u16string text = std::u16string(choices.Below(100), std::max(choices.Take<char16_t>(), u'\1'));
 };
+// "l", "t" and "z" take 64 bits where pointers have as many.
+constexpr std::string_view k64BitLengths = sizeof(void*) == 8 ? "qLjltz" : "qLj";
 enum Position { kNone, kWidth, kPrecision, kNumber, kLongNumber, kReal, kLongReal, kText };
 
 /// One conversion: its parts between position and letter, with stars by position and in order, and values.
@@ -77,126 +91,95 @@ Parts TakeParts(Choices& choices, const Values& values) {
         parts.width = std::abs(parts.width);
     }
     if (choices.Below(2) == 0) {
+        const std::string before = parts.inOrder;
         parts.positioned += '.';
-        const std::size_t before = parts.inOrder.size();
         parts.inOrder += '.';
         parts.precision = measure(kPrecision, values.precision);
-        if (parts.precision < 0) {
-            parts.inOrder.resize(before);
-        }
+        parts.inOrder = parts.precision < 0 ? before : parts.inOrder;
     }
     return parts;
 }
 
-template <class Value>
-std::string Printed(const Parts& parts, const std::string& conversion, Value value) {
-    const std::string format = "%" + parts.inOrder + conversion;
-    std::string text(static_cast<std::size_t>(std::snprintf(nullptr, 0, format.c_str(), value)) + 1, '\0');
-    std::snprintf(text.data(), text.size(), format.c_str(), value);
-    text.pop_back();
+std::string Printed(const std::string& format, auto value) {
+    std::string text(16'384, '\0');
+    text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), format.c_str(), value)));
     return text;
 }
 
 /// A format and what it gives, put together a piece at a time.
-class Piecewise {
-public:
-    explicit Piecewise(const Values& values) : m_Values(values) {}
+struct Piecewise {
+    const Values& values;
+    std::u16string format, expected;
 
     void Add(Choices& choices) {
         switch (choices.Below(8)) {
             case 0:
-                AddNumber(choices, kNumber, choices.OneOf("hH "), "dioxXu", m_Values.number);
-                break;
+                return AddNumber(choices, kNumber, choices.OneOf("hH "), "dioxXu", values.number);
             case 1:
-                AddNumber(choices, kLongNumber, 'q', "dioxXu", m_Values.longNumber);
-                break;
+                return AddNumber(choices, kLongNumber, choices.OneOf(k64BitLengths), "dioxXu", values.longNumber);
             case 2:
-                AddNumber(choices, kReal, choices.OneOf("l "), "eEfFgGaA", m_Values.real);
-                break;
+                return AddNumber(choices, kReal, choices.OneOf("l "), "eEfFgGaA", values.real);
             case 3:
-                AddNumber(choices, kLongReal, 'L', "eEfFgGaA", m_Values.longReal);
-                break;
+                return AddNumber(choices, kLongReal, 'L', "eEfFgGaA", values.longReal);
             case 4:
-                AddText(TakeParts(choices, m_Values));
-                break;
+                return AddText(TakeParts(choices, values));
             case 5:
-                AddBoth("%" + TakeParts(choices, m_Values).positioned + choices.OneOf("yk!m~"));
-                break;
+                return AddPiece("%" + TakeParts(choices, values).positioned + choices.OneOf("yk!m~"));
             case 6:
-                m_Format += u"%%";
-                m_Expected += u'%';
-                break;
-            default: {
-                const auto unit = choices.Take<char16_t>();
-                AddBoth(std::u16string(1, unit == 0 || unit == u'%' ? u'.' : unit));
-            }
+                return AddPiece(std::string_view("%%"), std::string_view("%"));
+            default:
+                return AddPiece(std::u16string(1, std::max(choices.Take<char16_t>(), u'&')));
         }
     }
     /// Names every position, so that each has the type that is passed.
     void AddAll() {
-        AddPrinted(kWidth, {}, "d", m_Values.width);
-        AddPrinted(kPrecision, {}, "d", m_Values.precision);
-        AddPrinted(kNumber, {}, "d", m_Values.number);
-        AddPrinted(kLongNumber, {}, "lld", m_Values.longNumber);
-        AddPrinted(kReal, {}, "g", m_Values.real);
-        AddPrinted(kLongReal, {}, "Lg", m_Values.longReal);
+        AddPrinted(kWidth, {}, "d", values.width);
+        AddPrinted(kPrecision, {}, "d", values.precision);
+        AddPrinted(kNumber, {}, "d", values.number);
+        AddPrinted(kLongNumber, {}, "lld", values.longNumber);
+        AddPrinted(kReal, {}, "g", values.real);
+        AddPrinted(kLongReal, {}, "Lg", values.longReal);
         AddText({});
     }
-    [[nodiscard]] const std::u16string& Format() const { return m_Format; }
-    [[nodiscard]] const std::u16string& Expected() const { return m_Expected; }
 
 private:
-    void AddConversion(Position position, const std::string& rest, const std::u16string& expected) {
-        const std::string text = "%" + std::to_string(position) + "$" + rest;
-        m_Format.append(text.begin(), text.end());
-        m_Expected += expected;
-    }
-    template <class Value>
-    void AddNumber(Choices& choices, Position position, char length, std::string_view letters, Value value) {
+    void AddNumber(Choices& choices, Position position, char length, std::string_view letters, auto value) {
         const std::string lengthText = length == ' ' ? "" : length == 'H' ? "hh" : std::string(1, length);
-        AddPrinted(position, TakeParts(choices, m_Values), lengthText + choices.OneOf(letters), value);
+        AddPrinted(position, TakeParts(choices, values), lengthText + choices.OneOf(letters), value);
     }
-    template <class Value>
-    void AddPrinted(Position position, const Parts& parts, const std::string& conversion, Value value) {
-        const std::string text = Printed(parts, conversion, value);
-        AddConversion(position, parts.positioned + conversion, std::u16string(text.begin(), text.end()));
+    void AddPrinted(Position position, const Parts& parts, const std::string& conversion, auto value) {
+        const std::string inOrder = "%" + parts.inOrder + conversion, text = Printed(inOrder, value);
+        CString alone;
+        alone.Format(std::u16string(inOrder.begin(), inOrder.end()).c_str(), value);
+        Require(std::u16string_view(alone) == std::u16string(text.begin(), text.end()));
+        AddPiece("%" + std::to_string(position) + "$" + parts.positioned + conversion, text);
     }
     void AddText(const Parts& parts) {
-        std::u16string text = m_Values.text.substr(0, static_cast<std::size_t>(parts.precision));
+        std::u16string text = values.text.substr(0, static_cast<std::size_t>(parts.precision));
         const std::size_t width = std::max(static_cast<std::size_t>(parts.width), text.size());
         text.insert(parts.left ? text.size() : 0, width - text.size(), u' ');
-        AddConversion(kText, parts.positioned + "s", text);
+        AddPiece("%" + std::to_string(kText) + "$" + parts.positioned + "s", text);
     }
-    template <class Text>
-    void AddBoth(const Text& text) {
-        m_Format.append(text.begin(), text.end());
-        m_Expected.append(text.begin(), text.end());
+    void AddPiece(const auto& piece) { AddPiece(piece, piece); }
+    void AddPiece(const auto& piece, const auto& result) {
+        format.append(std::begin(piece), std::end(piece));
+        expected.append(std::begin(result), std::end(result));
     }
-
-    const Values& m_Values;
-    std::u16string m_Format, m_Expected;
 };
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Choices choices(data, size);
-    Values values{
-        choices.Take<std::int16_t>() % 200,
-        choices.Take<std::int16_t>() % 200,
-        choices.Take<int>(),
-        choices.Take<long long>(),
-        choices.Take<double>(),
-        static_cast<long double>(choices.Take<double>()) / 3,
-        std::u16string(choices.Below(100), static_cast<char16_t>(1 + choices.Take<std::uint16_t>() % 0xFFFF))};
-    Piecewise pieces(values);
-    while (!choices.IsEmpty() && pieces.Expected().size() < 20000) {
+    const Values values{choices};
+    Piecewise pieces{values, {}, {}};
+    while (!choices.IsEmpty() && pieces.expected.size() < 20000) {
         pieces.Add(choices);
     }
     pieces.AddAll();
     CString string;
-    string.Format(pieces.Format().c_str(), values.width, values.precision, values.number, values.longNumber,
-                  values.real, values.longReal, values.text.c_str());
-    Require(std::u16string_view(string) == pieces.Expected());
+    string.Format(pieces.format.c_str(), values.width, values.precision, values.number, values.longNumber, values.real,
+                  values.longReal, values.text.c_str());
+    Require(std::u16string_view(string) == pieces.expected);
     return 0;
 }

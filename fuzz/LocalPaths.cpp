@@ -4,7 +4,7 @@
 
 #include <Lum/URI.h>
 
-#include "Fuzz.h"
+#include "fuzz/Fuzz.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
@@ -17,8 +17,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
             (void)(uri.*to)();
         }
     }
-    URI parsed("file://localhost/" + text);
-    (void)parsed.ToLocalPathMac();
+    (void)URI("file://localhost/" + text).ToLocalPathMac();
     (void)URI(text).ToLocalPathUnix();
 
     URI windows;

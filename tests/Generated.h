@@ -1,31 +1,25 @@
 // Inputs made up by rule: every short text, random texts, and texts in blocks of their exact size.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <functional>
 #include <memory>
+#include <numeric>
 #include <random>
 #include <string>
 #include <string_view>
 
+#include "Source/Base/Cpu.h"
+
 namespace Generated {
 
-/// Calls `use` with every text of at most `longest` characters of `alphabet`.
-inline void EveryText(std::string_view alphabet, std::size_t longest,
-                      const std::function<void(const std::string&)>& use) {
-    std::string text;
-    const std::function<void()> extend = [&] {
-        use(text);
-        if (text.size() < longest) {
-            for (const char c : alphabet) {
-                text.push_back(c);
-                extend();
-                text.pop_back();
-            }
-        }
-    };
-    extend();
+/// Calls `use` with every text of at most `longest` characters of `alphabet` that begins with `start`.
+template <class Use>
+void EveryText(std::string_view alphabet, std::size_t longest, const Use& use, const std::string& start = "") {
+    use(start);
+    for (std::size_t i = 0; start.size() < longest && i < alphabet.size(); ++i) {
+        EveryText(alphabet, longest, use, start + alphabet[i]);
+    }
 }
 
 /// A text of at most `longest` characters of `alphabet`.
@@ -37,26 +31,41 @@ inline std::string Text(std::mt19937& random, std::string_view alphabet, std::si
     return text;
 }
 
+/// Calls `use` once for each tier of vector instructions that this machine has, the plain one included.
+template <class Use>
+void OnEveryCpu(Use use) {
+    using namespace Lum::Internal;
+    const CpuTier best = UsedCpu();
+    for (int tier = 0; tier <= static_cast<int>(best); ++tier) {
+        use(ForceCpu(static_cast<CpuTier>(tier)));
+    }
+}
+
 /// All 256 bytes.
 inline std::string EveryByte() {
     std::string bytes(256, '\0');
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<char>(static_cast<unsigned char>(i));
-    }
+    std::iota(bytes.begin(), bytes.end(), '\0');
     return bytes;
 }
 
-/// A copy of a text in a heap block of its exact size, so that a sanitizer sees one byte too far.
-class Exact {
+/// A copy of a text in a heap block of its exact size, so that a sanitizer sees one unit too far.
+template <class Unit>
+class ExactBlock {
 public:
-    explicit Exact(std::string_view text) : m_Bytes(new char[text.size()]), m_Size(text.size()) {
-        std::memcpy(m_Bytes.get(), text.data(), text.size());
+    template <class Text>
+    explicit ExactBlock(const Text& text) : m_Units(new Unit[text.size()]), m_Size(text.size()) {
+        std::copy(text.begin(), text.end(), m_Units.get());
     }
-    [[nodiscard]] std::string_view View() const { return {m_Bytes.get(), m_Size}; }
+    [[nodiscard]] Unit* begin() const { return m_Units.get(); }
+    [[nodiscard]] Unit* end() const { return m_Units.get() + m_Size; }
+    [[nodiscard]] std::size_t size() const { return m_Size; }
+    [[nodiscard]] std::string_view View() const { return {m_Units.get(), m_Size}; }
 
 private:
-    std::unique_ptr<char[]> m_Bytes;
+    std::unique_ptr<Unit[]> m_Units;
     std::size_t m_Size;
 };
+using Exact = ExactBlock<char>;
+using ExactUnits = ExactBlock<unsigned short>;
 
 }  // namespace Generated

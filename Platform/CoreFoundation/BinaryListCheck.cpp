@@ -1,20 +1,23 @@
-// The layout: "bplist00", objects, a table of their offsets, and a trailer of 32 bytes with, from its
-// byte 6 on, the sizes of an offset and of a reference and three numbers of 64 bits: how many objects
-// there are, which one is the root, where the table stands. An object begins with its kind and a count,
-// four bits each; the count F says that a number object with the count follows.
-#include "Platform/CoreFoundation/BinaryListCheck.h"
+// Checks that a binary property list is one dictionary of strings, before libplist reads it.
+//
+// The layout is: "bplist00", objects, a table of their offsets, and a trailer of 32 bytes. Byte 6 of the
+// trailer is the size of an offset and byte 7 the size of a reference; three numbers of 64 bits follow: the
+// number of objects, the index of the root, and the offset of the table. An object begins with its kind and
+// a count, four bits each. If the count is F, a number object follows that has the count.
+#include "Platform/CoreFoundation/StringTable.h"
 
 #include <cstddef>
 #include <cstdint>
 
-namespace CoreFoundation {
+namespace Lum::Internal::CoreFoundation {
 namespace {
 
 constexpr std::uint64_t kMagicSize = 8;
 constexpr std::uint64_t kTrailerSize = 32;
-/// A list with fewer bytes for a pair than this is made to grow in memory, not to be read.
+/// A list with fewer bytes for each pair than this was made to take much memory.
 constexpr std::uint64_t kLeastBytesPerPair = 8;
-/// The texts of a list that refers to some of them twice may be larger than the list.
+/// The total size of the texts, counted as often as they are referred to, may exceed the size of the list by
+/// this factor and this constant.
 constexpr std::uint64_t kMostTextPerByte = 4;
 constexpr std::uint64_t kTextForFree = 0x10000;
 
@@ -62,7 +65,7 @@ private:
         return number;
     }
 
-    /// Objects stand before the table.
+    /// Objects must lie before the table.
     [[nodiscard]] bool IsInside(std::uint64_t offset, std::uint64_t size) const {
         return offset <= m_Table && size <= m_Table - offset;
     }
@@ -99,7 +102,7 @@ private:
             !IsInside(dictionary.content, 2 * dictionary.count * m_ReferenceSize)) {
             return "the property list has more pairs than bytes for them";
         }
-        std::uint64_t room = kMostTextPerByte * size + kTextForFree;
+        std::uint64_t textLeft = kMostTextPerByte * size + kTextForFree;
         for (std::uint64_t i = 0; i < 2 * dictionary.count; ++i) {
             Object text{};
             if (!ReadObject(Read(dictionary.content + i * m_ReferenceSize, m_ReferenceSize), text) ||
@@ -107,10 +110,10 @@ private:
                 !IsInside(text.content, text.count * (text.kind == kUtf16 ? 2 : 1))) {
                 return "a key or value of the property list is no string";
             }
-            if (2 * text.count > room) {
+            if (2 * text.count > textLeft) {
                 return "the property list refers to its strings too often";
             }
-            room -= 2 * text.count;
+            textLeft -= 2 * text.count;
         }
         return nullptr;
     }
@@ -123,4 +126,4 @@ private:
 
 const char* CheckBinaryList(std::string_view bytes) { return Checker(bytes).Check(); }
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

@@ -1,32 +1,37 @@
-// Finds tables by the host's locale and keeps them.
-#include "Platform/CoreFoundation/CFBundle.h"
+// Finds the tables of the current locale and keeps them.
+#include "Platform/CoreFoundation/CoreFoundation.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <climits>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include <Lum/Platform.h>
 
-#include "Platform/CoreFoundation/CFStringObject.h"
+#include "Platform/CoreFoundation/CFObject.h"
 #include "Platform/CoreFoundation/StringTable.h"
-#include "Platform/Resources/DiskFile.h"
-#include "Platform/Script/HostLocale.h"
+#include "Platform/Host/DiskFile.h"
+#include "Platform/Host/Locale.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
 using CoreFoundation::StringTable;
 using CoreFoundation::Units;
+using Host::InFolder;
 
 constexpr std::string_view kDefaultTable = "Localizable";
 
 std::vector<std::string> LanguageFolders() {
-    const HostLocale::Locale& locale = HostLocale::Current();
+    const Host::Locale& locale = Host::CurrentLocale();
     std::vector<std::string> names;
     if (!locale.language.empty()) {
         if (!locale.territory.empty()) {
@@ -42,36 +47,54 @@ std::vector<std::string> LanguageFolders() {
     return names;
 }
 
-std::filesystem::path FolderOfTables(const std::filesystem::path& bundle) {
-    std::error_code error;
-    const std::filesystem::path resources = bundle / "Resources";
-    return std::filesystem::is_directory(resources, error) ? resources : bundle;
+std::string FolderOfTables(const std::string& bundle) {
+    std::string resources = InFolder(bundle, "Resources");
+    struct stat status {};
+    return stat(resources.c_str(), &status) == 0 && S_ISDIR(status.st_mode) ? resources : bundle;
 }
 
-/// Reads the first file that is a table; of each one before it, `problems` gets a line.
-std::optional<StringTable> FindTable(const std::filesystem::path& bundle, const std::string& name,
-                                     std::string& problems) {
+/// The files that a search for a table could not use: a line for each of them, and whether one could not be
+/// opened or read, so that another search may find it.
+struct Skipped {
+    std::string problems;
+    bool mayChange = false;
+
+    void Add(const std::string& path, std::string_view problem) {
+        problems.append(path).append(": ").append(problem).append("\n");
+    }
+};
+
+/// Reads the first file that is a table.
+std::optional<StringTable> FindTable(const std::string& bundle, const std::string& name, Skipped& skipped) {
     if (name.find_first_of(std::string_view("/\0", 2)) != std::string::npos) {
         return std::nullopt;
     }
-    const std::filesystem::path folder = FolderOfTables(bundle);
+    const std::string folder = FolderOfTables(bundle);
     for (const std::string& language : LanguageFolders()) {
-        const std::filesystem::path path = folder / language / (name + ".strings");
-        const Resources::InputFile file(path);
+        const std::string path = InFolder(InFolder(folder, language), name + ".strings");
+        const Host::InputFile file(path);
         if (!file.IsOpen()) {
+            if (file.IsThere()) {
+                skipped.Add(path, "no file that can be opened");
+                skipped.mayChange = true;
+            }
             continue;
         }
         // One byte more than a table has is enough to refuse it.
         std::string bytes(
             static_cast<std::size_t>(std::min<std::uint64_t>(file.Size(), CoreFoundation::kMostTableBytes + 1)), '\0');
+        if (!file.Read(0, bytes.size(), bytes.data())) {
+            skipped.Add(path, "cannot be read");
+            skipped.mayChange = true;
+            continue;
+        }
         StringTable table;
-        const std::string problem =
-            file.Read(0, bytes.size(), bytes.data()) ? CoreFoundation::ReadStringTable(bytes, table) : "cannot be read";
+        const std::string problem = CoreFoundation::ReadStringTable(bytes, table);
         if (problem.empty()) {
             table.Sort();
             return table;
         }
-        problems += path.string() + ": " + problem + '\n';
+        skipped.Add(path, problem);
     }
     return std::nullopt;
 }
@@ -87,10 +110,10 @@ std::string Utf8Of(CFStringRef string) {
 
 class Bundle : public CoreFoundation::Object {
 public:
-    explicit Bundle(std::filesystem::path folder) : m_Folder(std::move(folder)) {}
+    explicit Bundle(std::string folder) : m_Folder(std::move(folder)) {}
 
-    [[nodiscard]] const std::filesystem::path& Folder() const { return m_Folder; }
-    void SetFolder(std::filesystem::path folder) {
+    [[nodiscard]] const std::string& Folder() const { return m_Folder; }
+    void SetFolder(std::string folder) {
         m_Folder = std::move(folder);
         m_Tables.clear();
     }
@@ -98,24 +121,32 @@ public:
     /// Null if there is none.
     const StringTable* Table(const std::string& name) {
         auto found = m_Tables.find(name);
-        if (found == m_Tables.end()) {
-            std::string problems;
-            found = m_Tables.emplace(name, FindTable(m_Folder, name, problems)).first;
+        if (found == m_Tables.end() || found->second.mayChange) {
+            Skipped skipped;
+            found = m_Tables.insert_or_assign(name, Kept{FindTable(m_Folder, name, skipped), skipped.mayChange}).first;
         }
-        return found->second ? &*found->second : nullptr;
+        return found->second.table ? &*found->second.table : nullptr;
     }
 
 private:
-    std::filesystem::path m_Folder;
-    std::map<std::string, std::optional<StringTable>> m_Tables;
+    struct Kept {
+        std::optional<StringTable> table;
+        bool mayChange;  ///< search again at the next look-up
+    };
+
+    std::string m_Folder;
+    std::map<std::string, Kept> m_Tables;
 };
 
-/// Never destroyed, for static destructors may still load strings.
+std::string ExecutablesFolder() {
+    char path[PATH_MAX];
+    const ssize_t size = readlink("/proc/self/exe", path, sizeof path);
+    return Host::FolderOf({path, static_cast<std::size_t>(std::max<ssize_t>(size, 0))});
+}
+
+/// Never destroyed, because static destructors may still load strings.
 Bundle& MainBundle() {
-    static auto* const bundle = [] {
-        std::error_code error;
-        return new Bundle(std::filesystem::read_symlink("/proc/self/exe", error).parent_path());
-    }();
+    static auto* const bundle = new Bundle(ExecutablesFolder());
     return *bundle;
 }
 
@@ -136,16 +167,17 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
 }
 
 void Lum::Platform::SetMainBundle(const std::filesystem::path& directory) {
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(directory, error);
-    MainBundle().SetFolder(error ? directory : absolute);
+    const std::string& path = directory.native();
+    char current[PATH_MAX];
+    const bool isRelative = !path.starts_with('/') && getcwd(current, sizeof current) != nullptr;
+    MainBundle().SetFolder(isRelative ? InFolder(current, path) : path);
 }
 
 std::string Lum::Platform::ExplainStringTable(const std::string& name) {
     const std::string table = name.empty() ? std::string(kDefaultTable) : name;
-    std::string problems;
-    if (!FindTable(MainBundle().Folder(), table, problems)) {
-        problems += FolderOfTables(MainBundle().Folder()).string() + ": no table \"" + table + "\"\n";
+    Skipped skipped;
+    if (!FindTable(MainBundle().Folder(), table, skipped)) {
+        skipped.Add(FolderOfTables(MainBundle().Folder()), "no table \"" + table + '"');
     }
-    return problems;
+    return std::move(skipped.problems);
 }

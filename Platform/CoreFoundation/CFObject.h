@@ -1,18 +1,22 @@
-// What every object of these services has: a kind, a count of references, and a destructor to be found
-// by it.
+// The objects behind the references: a kind, a count of references and a virtual destructor; and strings,
+// whose units most services read.
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <limits>
+#include <memory>
+#include <span>
+#include <utility>
 
-#include "Platform/CoreFoundation/CFBase.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 
-namespace CoreFoundation {
+namespace Lum::Internal::CoreFoundation {
 
-/// The kinds that somebody asks for, by the numbers that CFGetTypeID gives.
+/// The kinds that callers ask for. Their numbers are the results of CFGetTypeID.
 enum class Kind : CFTypeID { Other, String, Array };
 
-/// The first base of every object, so that a CFTypeRef is a pointer to it.
+/// The first base of every object: a CFTypeRef points to it.
 class Object {
 public:
     explicit Object(Kind kind = Kind::Other) noexcept : m_Kind(kind) {}
@@ -31,7 +35,8 @@ protected:
     virtual ~Object() = default;
 
 private:
-    /// Adds `change` and returns the count before it. A count that has reached its end stays there.
+    /// Adds `change` and returns the count before that. A count that has reached the maximum stays there: the
+    /// object is then never freed.
     unsigned long Count(long change) const noexcept {
         unsigned long count = m_References.load(std::memory_order_relaxed);
         while (count != std::numeric_limits<unsigned long>::max() &&
@@ -47,4 +52,26 @@ private:
 
 inline const Object& FromRef(CFTypeRef object) noexcept { return *static_cast<const Object*>(object); }
 
-}  // namespace CoreFoundation
+class String final : public Object {
+public:
+    /// Refers to units that the caller keeps.
+    explicit String(std::span<const UniChar> units) noexcept : Object(Kind::String), m_Units(units) {}
+    /// Takes ownership of a block, of which the first `size` units are the string.
+    String(std::unique_ptr<UniChar[]> units, std::size_t size) noexcept
+        : Object(Kind::String), m_Units(units.get(), size), m_Owned(std::move(units)) {}
+
+    [[nodiscard]] std::span<const UniChar> Units() const noexcept { return m_Units; }
+    [[nodiscard]] CFStringRef Ref() const noexcept {
+        return static_cast<CFStringRef>(static_cast<CFTypeRef>(static_cast<const Object*>(this)));
+    }
+    static const String& From(CFStringRef string) noexcept { return static_cast<const String&>(FromRef(string)); }
+
+private:
+    std::span<const UniChar> m_Units;
+    std::unique_ptr<UniChar[]> m_Owned;
+};
+
+/// A string that owns a copy of these units.
+CFStringRef CopyOf(std::span<const UniChar> units);
+
+}  // namespace Lum::Internal::CoreFoundation

@@ -1,6 +1,5 @@
-// Strings from bytes, and bytes from strings, over the converter service. Nothing is replaced: text
-// that is not valid from end to end gives no string, and a string that an encoding cannot say gives no
-// bytes.
+// Strings from bytes and bytes from strings, with the converter service. Nothing is substituted: text that is
+// not valid as a whole gives no string, and a string with a character that the encoding lacks gives no bytes.
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -8,41 +7,33 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <type_traits>
 #include <utility>
 
-#include "Platform/CoreFoundation/CFString.h"
-#include "Platform/CoreFoundation/CFStringObject.h"
-#include "Platform/TextEncoding/TextEncodingConverter.h"
+#include "Platform/CoreFoundation/CFObject.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
+#include "Platform/TextEncoding/OwnedConverter.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
+using TextConversion::OwnedConverter;
 using Bytes = std::span<const unsigned char>;
 
-struct Dispose {
-    void operator()(TECObjectRef converter) const noexcept { TECDisposeConverter(converter); }
-};
-using Converter = std::unique_ptr<std::remove_pointer_t<TECObjectRef>, Dispose>;
-
-/// Null if there is none.
-Converter MakeConverter(CFStringEncoding from, CFStringEncoding to) {
-    TECObjectRef converter = nullptr;
-    return Converter(TECCreateConverter(&converter, from, to) == noErr ? converter : nullptr);
-}
-
-/// A text of unknown size on its way in: short ones need no block of their own.
+/// A buffer for a text whose length is not known yet. Short texts need no block on the heap.
 class Units {
 public:
     explicit Units(std::size_t expected) {
-        if (expected > m_Room) {
+        if (expected > m_Capacity) {
             Grow(expected);
         }
     }
 
-    [[nodiscard]] TextPtr End() noexcept { return reinterpret_cast<TextPtr>(m_First + m_Size); }
-    [[nodiscard]] ByteCount Room() const noexcept { return (m_Room - m_Size) * sizeof(UniChar); }
+    [[nodiscard]] std::span<unsigned char> Spare() noexcept {
+        return {reinterpret_cast<TextPtr>(m_First + m_Size), (m_Capacity - m_Size) * sizeof(UniChar)};
+    }
     void Add(ByteCount bytes) noexcept { m_Size += bytes / sizeof(UniChar); }
-    void Grow() { Grow(2 * m_Room); }
+    void Grow() { Grow(2 * m_Capacity); }
 
     CFStringRef ToString() && {
         return m_Block ? (new CoreFoundation::String(std::move(m_Block), m_Size))->Ref()
@@ -50,66 +41,56 @@ public:
     }
 
 private:
-    void Grow(std::size_t room) {
-        auto block = std::make_unique_for_overwrite<UniChar[]>(room);
+    void Grow(std::size_t capacity) {
+        auto block = std::make_unique_for_overwrite<UniChar[]>(capacity);
         std::copy_n(m_First, m_Size, block.get());
         m_Block = std::move(block);
         m_First = m_Block.get();
-        m_Room = room;
+        m_Capacity = capacity;
     }
 
     UniChar m_Stack[256];
     std::unique_ptr<UniChar[]> m_Block;
     UniChar* m_First = m_Stack;
     std::size_t m_Size = 0;
-    std::size_t m_Room = std::size(m_Stack);
+    std::size_t m_Capacity = std::size(m_Stack);
 };
 
 CFStringRef CreateFromBytes(Bytes bytes, CFStringEncoding encoding) {
-    const Converter converter = MakeConverter(encoding, kCFStringEncodingUTF16);
+    const OwnedConverter converter(encoding, kCFStringEncodingUTF16);
     if (!converter) {
         return nullptr;
     }
     Units units(bytes.size());
-    OSStatus status = noErr;
-    // A byte is a unit at most in nearly all encodings; where it may be more, the room grows.
+    // In nearly all encodings a byte becomes at most one unit. In the others the buffer grows.
     while (true) {
-        ByteCount read = 0;
-        ByteCount written = 0;
-        status =
-            TECConvertText(converter.get(), bytes.data(), bytes.size(), &read, units.End(), units.Room(), &written);
-        bytes = bytes.subspan(read);
-        units.Add(written);
-        if (status == noErr) {
-            status = TECFlushText(converter.get(), units.End(), units.Room(), &written);
-            units.Add(written);
+        TextConversion::Step step = converter.Convert(bytes, units.Spare());
+        bytes = bytes.subspan(step.read);
+        units.Add(step.written);
+        if (step.status == noErr) {
+            step = converter.Flush(units.Spare());
+            units.Add(step.written);
         }
-        if (status != kTECOutputBufferFullStatus) {
-            return status == noErr ? std::move(units).ToString() : nullptr;
+        if (step.status != kTECOutputBufferFullStatus) {
+            return step.status == noErr ? std::move(units).ToString() : nullptr;
         }
         units.Grow();
     }
 }
 
-/// The number of bytes written; nothing if the text does not fit or cannot be said.
+/// The number of bytes written; nothing if the text does not fit or the encoding lacks a character of it.
 std::optional<std::size_t> Encode(CFStringRef string, std::span<unsigned char> buffer, CFStringEncoding encoding) {
-    const Converter converter = MakeConverter(kCFStringEncodingUTF16, encoding);
-    if (!converter) {
-        return {};
-    }
+    const OwnedConverter converter(kCFStringEncodingUTF16, encoding);
     const std::span<const UniChar> units = CoreFoundation::String::From(string).Units();
-    ByteCount read = 0;
-    ByteCount written = 0;
-    ByteCount flushed = 0;
-    if (TECConvertText(converter.get(), reinterpret_cast<ConstTextPtr>(units.data()), units.size_bytes(), &read,
-                       buffer.data(), buffer.size(), &written) != noErr ||
-        TECFlushText(converter.get(), buffer.data() + written, buffer.size() - written, &flushed) != noErr) {
+    const auto text = converter.Convert({reinterpret_cast<ConstTextPtr>(units.data()), units.size_bytes()}, buffer);
+    if (text.status != noErr) {
         return {};
     }
-    return written + flushed;
+    const auto ending = converter.Flush(buffer.subspan(text.written));
+    return ending.status == noErr ? std::optional(text.written + ending.written) : std::nullopt;
 }
 
-/// What a unit can become at most, and what can stand around a text, in bytes.
+/// The most bytes that a unit becomes, and the most bytes of shift sequences before and after a text.
 struct Growth {
     CFIndex perUnit, around;
 };
@@ -173,8 +154,8 @@ Boolean CFStringGetPascalString(CFStringRef string, unsigned char* buffer, CFInd
     if (buffer == nullptr || size <= 0) {
         return 0;
     }
-    const auto room = static_cast<std::size_t>(std::min(size - 1, kLongest));
-    const std::optional<std::size_t> used = Encode(string, {buffer + 1, room}, encoding);
+    const auto capacity = static_cast<std::size_t>(std::min(size - 1, kLongest));
+    const std::optional<std::size_t> used = Encode(string, {buffer + 1, capacity}, encoding);
     buffer[0] = static_cast<unsigned char>(used.value_or(0));
     return used ? 1 : 0;
 }

@@ -1,8 +1,9 @@
-// Keeps a URL as its POSIX path, and converts at the edges.
+// Keeps a URL as its POSIX path. A colon-separated path is converted when a URL is made and when it is read.
 //
-// The volume that "/" is on has a name; every other volume is a folder of "/Volumes". Inside a name
-// ":" and "/" change places between the styles, because each is the other's separator.
-#include "Platform/CoreFoundation/CFURL.h"
+// The volume of "/" has a name; every other volume is a folder in "/Volumes". Inside the name of a file, ":"
+// and "/" are exchanged between the two styles, because the separator of one style is an ordinary character in
+// the other.
+#include "Platform/CoreFoundation/CoreFoundation.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,19 +15,22 @@
 
 #include <Lum/Platform.h>
 
-#include "Platform/CoreFoundation/CFStringObject.h"
+#include "Platform/CoreFoundation/CFObject.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
 constexpr std::string_view kVolumes = "/Volumes/";
 
-/// Function-local, so that it can be asked and set from static initialisers.
+/// A local static object works in static initialisers too. It is never destroyed, so that static destructors
+/// can still read it.
 std::string& StartupVolume() {
-    static std::string name = "Macintosh HD";
-    return name;
+    static auto* const name = new std::string("Macintosh HD");
+    return *name;
 }
 
-/// The path that a string says; "" where it is no path, for a NUL or a surrogate on its own.
+/// The path in UTF-8; "" if the string has a NUL or an unpaired surrogate.
 std::string PathOf(CFStringRef string) {
     const std::span<const UniChar> units = CoreFoundation::String::From(string).Units();
     const CFIndex most = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8);
@@ -66,7 +70,7 @@ std::string ToColons(std::string_view posixPath) {
     if (posixPath.starts_with(kVolumes) && posixPath.substr(kVolumes.size()).find('/') != 0) {
         return SeparatorsSwapped(posixPath.substr(kVolumes.size()));
     }
-    // What is not absolute is on no volume: it begins with ":", as such paths do.
+    // A relative path is on no volume. In the colon-separated style it begins with ":".
     return posixPath.starts_with('/') ? StartupVolume() + SeparatorsSwapped(posixPath)
                                       : ':' + SeparatorsSwapped(posixPath);
 }

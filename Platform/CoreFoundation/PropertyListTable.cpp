@@ -1,6 +1,6 @@
-// Reads tables that are property lists, with libplist. It takes a list for what it says it is: shared
-// parts are written out as often as they are referred to, and nested ones followed as deep as they go. A
-// list is therefore looked through before: nothing but one dictionary of strings gets that far.
+// Reads tables that are property lists, with libplist. libplist trusts a list: it copies shared parts as often
+// as they are referred to, and follows nested parts to any depth. So every list is checked first, and only a
+// list that is one dictionary of strings is passed to libplist.
 #include <plist/plist.h>
 
 #include <cstdlib>
@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/CoreFoundation/BinaryListCheck.h"
 #include "Platform/CoreFoundation/StringTable.h"
-#include "Platform/CoreFoundation/XmlListCheck.h"
 
-namespace CoreFoundation {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::CoreFoundation {
 namespace {
 
 struct FreePlist {
@@ -78,4 +78,4 @@ std::string ReadBinaryTable(std::string_view bytes, StringTable& table) {
     return problem == nullptr ? ReadChecked(plist_from_bin, bytes, table) : problem;
 }
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

@@ -1,21 +1,23 @@
-// Keeps a table's texts in one block with a sorted list of places, and tells a file's form by its first
-// bytes.
+// Keeps the texts of a table in one block, with a sorted list of their offsets, and recognises the form of a
+// file by its first bytes.
 #include "Platform/CoreFoundation/StringTable.h"
 
 #include <algorithm>
 #include <limits>
 #include <new>
 
-#include "Platform/TextEncoding/TextEncodingConverter.h"
+#include "Platform/TextEncoding/OwnedConverter.h"
 
-namespace CoreFoundation {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::CoreFoundation {
 namespace {
 
 constexpr TextEncoding kUtf8 = 0x08000100;
 
 bool IsLess(Units a, Units b) { return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end()); }
 
-/// Units from bytes of one order or the other; a byte left over is left out.
+/// Units from bytes in either byte order. An odd byte at the end is ignored.
 std::vector<UniChar> UnitsOf(std::string_view bytes, bool isBigEndian) {
     std::vector<UniChar> units(bytes.size() / 2);
     for (std::size_t i = 0; i < units.size(); ++i) {
@@ -59,18 +61,12 @@ std::optional<Units> StringTable::Find(Units key) const {
 }
 
 std::optional<std::vector<UniChar>> DecodeUtf8(std::string_view bytes) {
-    TECObjectRef converter = nullptr;
-    if (TECCreateConverter(&converter, kUtf8, kTextEncodingUnicodeDefault) != noErr) {
-        return std::nullopt;
-    }
+    const TextConversion::OwnedConverter converter(kUtf8, kTextEncodingUnicodeDefault);
     std::vector<UniChar> units(bytes.size());
-    ByteCount read = 0, written = 0;
-    const OSStatus status =
-        TECConvertText(converter, reinterpret_cast<ConstTextPtr>(bytes.data()), bytes.size(), &read,
-                       reinterpret_cast<TextPtr>(units.data()), units.size() * sizeof(UniChar), &written);
-    TECDisposeConverter(converter);
-    units.resize(written / sizeof(UniChar));
-    return status == noErr ? std::optional(std::move(units)) : std::nullopt;
+    const auto step = converter.Convert({reinterpret_cast<ConstTextPtr>(bytes.data()), bytes.size()},
+                                        {reinterpret_cast<TextPtr>(units.data()), units.size() * sizeof(UniChar)});
+    units.resize(step.written / sizeof(UniChar));
+    return step.status == noErr ? std::optional(std::move(units)) : std::nullopt;
 }
 
 std::string ReadStringTable(std::string_view bytes, StringTable& table) {
@@ -95,4 +91,4 @@ std::string ReadStringTable(std::string_view bytes, StringTable& table) {
     return IsXml(bytes) ? ReadXmlTable(bytes, table) : ReadTextTable(*units, table);
 }
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

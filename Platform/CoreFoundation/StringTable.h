@@ -1,7 +1,7 @@
 // A table of localised strings, and the files it is read from.
 //
-// Old-style text says "key" = "value"; with comments; XML and binary property lists are dictionaries of
-// strings. Files are hostile: what is not such a table is refused with the reason.
+// A file is old-style text with lines such as "key" = "value"; and comments, or an XML or binary property list
+// that is one dictionary of strings. A file may have any bytes: every other file is refused with a reason.
 #pragma once
 
 #include <cstddef>
@@ -12,23 +12,23 @@
 #include <string_view>
 #include <vector>
 
-#include "Platform/CoreFoundation/CFBase.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 
-namespace CoreFoundation {
+namespace Lum::Internal::CoreFoundation {
 
 using Units = std::span<const UniChar>;
 
 class StringTable {
 public:
-    /// Of entries with the same key, the last one counts.
+    /// If several entries have the same key, the last one is found.
     void Add(Units key, Units value);
-    /// To be called behind the last Add, before the first Find.
+    /// To be called after the last Add and before the first Find.
     void Sort();
     [[nodiscard]] std::optional<Units> Find(Units key) const;
 
 private:
     struct Entry {
-        std::uint32_t start, keySize, valueSize;  // the value stands behind the key
+        std::uint32_t start, keySize, valueSize;  // the value follows the key
     };
     [[nodiscard]] Units KeyOf(const Entry& entry) const { return Units(m_Text).subspan(entry.start, entry.keySize); }
 
@@ -36,7 +36,7 @@ private:
     std::vector<Entry> m_Entries;
 };
 
-/// Files larger than this are no tables; nor are property lists of half the size, which take longer.
+/// Larger files are refused, and property lists of more than half the size, because they take longer to read.
 constexpr std::size_t kMostTableBytes = 2 << 20;
 
 /// Reads a file's bytes, of whichever form, into an empty table. Returns what is wrong, for a developer;
@@ -48,7 +48,14 @@ std::string ReadTextTable(Units text, StringTable& table);
 std::string ReadXmlTable(std::string_view bytes, StringTable& table);
 std::string ReadBinaryTable(std::string_view bytes, StringTable& table);
 
-/// The units of UTF-8 text; nothing if it is not valid.
+/// What is wrong with a property list as a table; empty or null if nothing is. A list that passes is one
+/// dictionary of strings. An XML list then has no element but plist, dict and, in the right order and all
+/// closed, pairs of key and string, and declares no entities. A binary list has everything it refers to
+/// inside the file, and its texts together are no larger than a small multiple of the file.
+std::string CheckXmlList(std::string_view bytes);
+const char* CheckBinaryList(std::string_view bytes);
+
+/// The units of UTF-8 text; nothing if the text is not valid.
 std::optional<std::vector<UniChar>> DecodeUtf8(std::string_view bytes);
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

@@ -1,6 +1,6 @@
 // Reads tables of old-style text: "key" = "value"; with blanks and comments between the tokens. Quotes
 // may be left out around words of letters, digits and "_$.:-". In quotes, "\n", "\t", "\r" and "\U" with
-// four hexadecimal digits stand for one unit; behind any other backslash a character stands for itself.
+// four hexadecimal digits stand for one unit; after any other backslash a character means itself.
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -8,7 +8,9 @@
 
 #include "Platform/CoreFoundation/StringTable.h"
 
-namespace CoreFoundation {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::CoreFoundation {
 namespace {
 
 bool IsBlank(UniChar unit) { return unit == ' ' || (unit >= '\t' && unit <= '\r') || unit == 0x2028 || unit == 0x2029; }
@@ -122,7 +124,7 @@ private:
         return Fail("a string without closing quotes");  // with m_At, and so the line, at its beginning
     }
 
-    /// Reads what stands behind a backslash and leaves `at` on its last unit.
+    /// Reads the characters after a backslash, and leaves `at` at the last one.
     bool ReadEscape(std::size_t& at, std::vector<UniChar>& string) {
         constexpr std::size_t kDigits = 4;
         const UniChar letter = m_Text[at];
@@ -152,4 +154,4 @@ private:
 
 std::string ReadTextTable(Units text, StringTable& table) { return Parser(text).Parse(table); }
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

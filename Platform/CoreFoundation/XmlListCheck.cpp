@@ -1,15 +1,16 @@
-// Goes through the tags in the one order they may have. Texts are left to the reader behind, unless their
-// entities would take it too long.
-#include "Platform/CoreFoundation/XmlListCheck.h"
+// Checks that an XML property list is one dictionary of strings, before libplist reads it. The tags must come in
+// the one order that such a list has. Texts are not checked, except for the number of their entities, which
+// decides how long libplist takes.
+#include "Platform/CoreFoundation/StringTable.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace CoreFoundation {
+namespace Lum::Internal::CoreFoundation {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-/// Bytes that entities may make the reader move in all; some milliseconds.
+/// The most bytes that libplist may move because of entities, which takes some milliseconds.
 constexpr std::size_t kMostMoves = 1 << 28;
 
 class Checker {
@@ -82,7 +83,7 @@ private:
         return true;
     }
 
-    /// An opening tag with whatever attributes.
+    /// An opening tag with any attributes.
     bool OpenTag(std::string_view name) {
         const std::string_view tag = m_Rest.substr(0, m_Rest.find('>'));
         if (!tag.starts_with('<') || !tag.substr(1).starts_with(name) || tag.find('<', 1) != std::string_view::npos ||
@@ -141,7 +142,7 @@ private:
         }
     }
 
-    /// The reader moves the rest of a text for every entity in it.
+    /// For every entity, libplist moves the rest of the text.
     bool CountEntities(std::string_view text) {
         const auto entities = static_cast<std::size_t>(std::count(text.begin(), text.end(), '&'));
         if (entities != 0 && text.size() > m_MovesLeft / entities) {
@@ -160,4 +161,4 @@ private:
 
 std::string CheckXmlList(std::string_view bytes) { return Checker(bytes).Check(); }
 
-}  // namespace CoreFoundation
+}  // namespace Lum::Internal::CoreFoundation

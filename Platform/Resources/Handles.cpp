@@ -1,4 +1,5 @@
-// Places for handles come in pages of their own; a pointer is a handle if its page is one of these.
+// Every handle points to a slot. Slots are in pages of their own, and a pointer is a handle only if its page
+// is one of these.
 #include "Platform/Resources/Handles.h"
 
 #include <cstddef>
@@ -6,48 +7,54 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <type_traits>
 #include <unordered_set>
+
+using namespace Lum::Internal;
 
 namespace {
 
 using Resources::HandleOwner;
 
-/// What a handle points to. Its first member is what the caller sees.
-struct Place {
+/// What a handle points to. The caller sees the first member.
+struct Slot {
     char* block = nullptr;
     union {
         std::size_t size = 0;
-        Place* nextFree;  // of a place that nobody owns
+        Slot* nextFree;  // of a slot that is not in use
     };
     HandleOwner owner = HandleOwner::kNobody;
     bool isLocked = false;
 };
 
 constexpr std::size_t kPageSize = 4096;
-constexpr std::size_t kPlacesPerPage = kPageSize / sizeof(Place);
-/// The block of every handle of no bytes.
-char emptyBlock = 0;
+constexpr std::size_t kSlotsPerPage = kPageSize / sizeof(Slot);
+/// The block of every handle whose size is 0.
+char s_emptyBlock = 0;
 
 struct Pool {
     std::unordered_set<std::uintptr_t> pages;
-    Place* free = nullptr;
+    Slot* free = nullptr;
 };
 
-/// Never destroyed, for handles are used by static destructors too.
-Pool& ThePool() {
-    static auto* const pool = new Pool;
+/// Never destroyed, because static destructors use handles too. Made without an allocation, because questions
+/// about a handle must not fail.
+Pool& ThePool() noexcept {
+    static_assert(std::is_nothrow_default_constructible_v<std::unordered_set<std::uintptr_t>>);
+    alignas(Pool) static std::byte storage[sizeof(Pool)];
+    static auto* const pool = new (storage) Pool;
     return *pool;
 }
 
-Place* PlaceOf(Handle handle) noexcept {
+Slot* SlotOf(Handle handle) noexcept {
     const auto address = reinterpret_cast<std::uintptr_t>(handle);
     const std::uintptr_t offset = address % kPageSize;
-    if (offset % sizeof(Place) != 0 || offset / sizeof(Place) >= kPlacesPerPage ||
+    if (offset % sizeof(Slot) != 0 || offset / sizeof(Slot) >= kSlotsPerPage ||
         !ThePool().pages.contains(address - offset)) {
         return nullptr;
     }
-    auto* const place = reinterpret_cast<Place*>(handle);
-    return place->owner == HandleOwner::kNobody ? nullptr : place;
+    auto* const slot = reinterpret_cast<Slot*>(handle);
+    return slot->owner == HandleOwner::kNobody ? nullptr : slot;
 }
 
 /// False, with nothing changed, if there is no memory for another page.
@@ -62,43 +69,43 @@ bool AddPage(Pool& pool) noexcept {
         std::free(memory);
         return false;
     }
-    for (std::size_t i = kPlacesPerPage; i-- > 0;) {
-        auto* const place = new (static_cast<Place*>(memory) + i) Place;
-        place->nextFree = pool.free;
-        pool.free = place;
+    for (std::size_t i = kSlotsPerPage; i-- > 0;) {
+        auto* const slot = new (static_cast<Slot*>(memory) + i) Slot;
+        slot->nextFree = pool.free;
+        pool.free = slot;
     }
     return true;
 }
 
-void FreeBlock(Place& place) noexcept {
-    if (place.block != &emptyBlock) {
-        std::free(place.block);
+void FreeBlock(Slot& slot) noexcept {
+    if (slot.block != &s_emptyBlock) {
+        std::free(slot.block);
     }
 }
 
-/// What no size of these services exceeds; asking the heap for more would only be reported as a fault.
+/// The largest size of these services. A sanitizer would report a request for more as a fault.
 constexpr std::size_t kMostBytes = 0x7FFFFFFF;
 
-/// Zeros what is added. False, with nothing changed, if there is no memory.
-bool Resize(Place& place, std::size_t size) noexcept {
+/// Sets added bytes to zero. False, with nothing changed, if there is no memory.
+bool Resize(Slot& slot, std::size_t size) noexcept {
     if (size > kMostBytes) {
         return false;
     }
-    char* block = &emptyBlock;
+    char* block = &s_emptyBlock;
     if (size == 0) {
-        FreeBlock(place);
+        FreeBlock(slot);
     } else {
-        const bool isNew = place.block == &emptyBlock;
-        block = static_cast<char*>(isNew ? std::calloc(size, 1) : std::realloc(place.block, size));
+        const bool isNew = slot.block == &s_emptyBlock;
+        block = static_cast<char*>(isNew ? std::calloc(size, 1) : std::realloc(slot.block, size));
         if (block == nullptr) {
             return false;
         }
-        if (!isNew && size > place.size) {
-            std::memset(block + place.size, 0, size - place.size);
+        if (!isNew && size > slot.size) {
+            std::memset(block + slot.size, 0, size - slot.size);
         }
     }
-    place.block = block;
-    place.size = size;
+    slot.block = block;
+    slot.size = size;
     return true;
 }
 
@@ -109,16 +116,16 @@ Handle NewHandle(Size size) {
     if (size < 0 || (pool.free == nullptr && !AddPage(pool))) {
         return nullptr;
     }
-    Place& place = *pool.free;
-    Place made;
-    made.block = &emptyBlock;
+    Slot& slot = *pool.free;
+    Slot made;
+    made.block = &s_emptyBlock;
     if (!Resize(made, static_cast<std::size_t>(size))) {
         return nullptr;
     }
-    pool.free = place.nextFree;
+    pool.free = slot.nextFree;
     made.owner = HandleOwner::kCaller;
-    place = made;
-    return &place.block;
+    slot = made;
+    return &slot.block;
 }
 
 void DisposeHandle(Handle handle) {
@@ -128,59 +135,59 @@ void DisposeHandle(Handle handle) {
 }
 
 Size GetHandleSize(Handle handle) {
-    const Place* const place = PlaceOf(handle);
-    return place == nullptr ? 0 : static_cast<Size>(place->size);
+    const Slot* const slot = SlotOf(handle);
+    return slot == nullptr ? 0 : static_cast<Size>(slot->size);
 }
 
 void SetHandleSize(Handle handle, Size size) {
-    Place* const place = PlaceOf(handle);
-    if (place == nullptr || place->owner == HandleOwner::kRetired || size < 0) {
+    Slot* const slot = SlotOf(handle);
+    if (slot == nullptr || slot->owner == HandleOwner::kRetired || size < 0) {
         return;
     }
     const auto bytes = static_cast<std::size_t>(size);
-    if (!place->isLocked) {
-        Resize(*place, bytes);
-    } else if (bytes < place->size) {
-        place->size = bytes;
+    if (!slot->isLocked) {
+        Resize(*slot, bytes);
+    } else if (bytes < slot->size) {
+        slot->size = bytes;
     }
 }
 
 void HLock(Handle handle) {
-    if (Place* const place = PlaceOf(handle)) {
-        place->isLocked = true;
+    if (Slot* const slot = SlotOf(handle)) {
+        slot->isLocked = true;
     }
 }
 
 void HUnlock(Handle handle) {
-    if (Place* const place = PlaceOf(handle)) {
-        place->isLocked = false;
+    if (Slot* const slot = SlotOf(handle)) {
+        slot->isLocked = false;
     }
 }
 
-namespace Resources {
+namespace Lum::Internal::Resources {
 
 HandleOwner OwnerOf(Handle handle) noexcept {
-    const Place* const place = PlaceOf(handle);
-    return place == nullptr ? HandleOwner::kNobody : place->owner;
+    const Slot* const slot = SlotOf(handle);
+    return slot == nullptr ? HandleOwner::kNobody : slot->owner;
 }
 
 void SetOwner(Handle handle, HandleOwner owner) noexcept {
-    Place* const place = PlaceOf(handle);
-    if (place == nullptr) {
+    Slot* const slot = SlotOf(handle);
+    if (slot == nullptr) {
         return;
     }
-    place->owner = owner;
+    slot->owner = owner;
     if (owner == HandleOwner::kCaller || owner == HandleOwner::kFile) {
         return;
     }
-    FreeBlock(*place);
-    place->block = nullptr;
-    place->size = 0;
+    FreeBlock(*slot);
+    slot->block = nullptr;
+    slot->size = 0;
     if (owner == HandleOwner::kNobody) {
         Pool& pool = ThePool();
-        place->nextFree = pool.free;
-        pool.free = place;
+        slot->nextFree = pool.free;
+        pool.free = slot;
     }
 }
 
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources

@@ -1,8 +1,8 @@
-// Relocatable memory: a handle points to the place that holds the block's address, so that the block
-// can move when it is resized. NewHandle, DisposeHandle, GetHandleSize and SetHandleSize are public.
+// Relocatable memory: a handle points to a slot that holds the address of a block, so that the block can move
+// when it is resized. NewHandle, DisposeHandle, GetHandleSize and SetHandleSize are public.
 //
-// The places stay where they are for the life of the process: a handle that is no longer alive, or
-// never was one, is recognised, and every operation leaves it alone. For one thread at a time.
+// Slots stay where they are for the life of the process. So a pointer that is no handle, or no longer one, is
+// recognised, and every operation ignores it. For one thread at a time.
 #pragma once
 
 #include <Lum/Platform.h>
@@ -10,23 +10,23 @@
 using Handle = char**;
 using Size = long;
 
-/// Until HUnlock the block does not move: SetHandleSize may make it smaller but not larger.
+/// Until HUnlock the block does not move: SetHandleSize can make it smaller but not larger.
 void HLock(Handle handle);
 void HUnlock(Handle handle);
 
-namespace Resources {
+namespace Lum::Internal::Resources {
 
-/// Who answers for a handle's block.
+/// Who owns the block of a handle.
 enum class HandleOwner : unsigned char {
-    kNobody,   ///< not alive; the place may be used again
+    kNobody,   ///< not in use; the slot may be used for another handle
     kCaller,   ///< made by NewHandle
-    kFile,     ///< a resource; the block goes when its file closes
-    kRetired,  ///< of a closed file, and kept empty for those who still look at it
+    kFile,     ///< a resource; the block is freed when its file is closed
+    kRetired,  ///< was a resource of a closed file; stays empty for callers that still have it
 };
 
-/// The owner of any pointer at all; kNobody for what is no handle.
+/// The owner. `handle` may be any pointer; kNobody for one that is no handle.
 HandleOwner OwnerOf(Handle handle) noexcept;
-/// Changes who answers for a handle that is alive. kNobody and kRetired give the block back.
+/// Changes the owner of a handle that is in use. kNobody and kRetired free the block.
 void SetOwner(Handle handle, HandleOwner owner) noexcept;
 
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources

@@ -1,19 +1,19 @@
-// Reads data and map whole, then the map's lists. Lists and data may not take more room together than
-// there is, so that lists which overlap or lead in a circle neither cost time nor memory.
-#include "Platform/Resources/LayoutReader.h"
+// Reads data and map whole, then the lists of the map. All lists together must not be larger than the map,
+// and all data together not larger than the data part. So lists that overlap cost neither time nor memory.
+#include "Platform/Resources/Layout.h"
 
 #include <algorithm>
 #include <cstring>
 #include <tuple>
 #include <utility>
 
-#include "Platform/Resources/BigEndian.h"
+using namespace Lum::Internal;
 
-namespace Resources {
+namespace Lum::Internal::Resources {
 namespace {
 
 constexpr const char* kUnreadable = "the file cannot be read";
-/// Offsets of 16 bits and counts of 16 bits reach no further into a map.
+/// Offsets and counts of 16 bits cannot reach beyond this size of a map.
 constexpr std::size_t kMostMap = 0x100000;
 
 struct Part {
@@ -24,7 +24,7 @@ bool Overlap(const Part& a, const Part& b) {
     return std::max(a.offset, b.offset) < std::min(a.offset + a.size, b.offset + b.size);
 }
 
-/// A count is stored less one, and none as FFFF.
+/// A count is stored minus one, so that FFFF stands for 0.
 std::size_t ReadCount(std::string_view bytes, std::size_t offset) { return (Read16(bytes, offset) + 1) & 0xFFFF; }
 
 /// The two lists of a map, which lie inside it.
@@ -52,7 +52,7 @@ const char* ReadLists(std::string_view map, Lists& lists) {
 
 /// Counts the references, none of which is outside the map.
 const char* CountReferences(std::string_view map, const Lists& lists, std::size_t& references) {
-    const std::size_t room = map.size() - lists.TypeAt(lists.typeCount);
+    const std::size_t available = map.size() - lists.TypeAt(lists.typeCount);
     for (std::size_t i = 0; i < lists.typeCount; ++i) {
         const std::size_t type = lists.TypeAt(i);
         const std::size_t count = ReadCount(map, type + 4);
@@ -60,7 +60,7 @@ const char* CountReferences(std::string_view map, const Lists& lists, std::size_
             return "a reference list lies outside the map";
         }
         references += count;
-        if (kReferenceSize * references > room) {
+        if (kReferenceSize * references > available) {
             return "reference lists overlap";
         }
     }
@@ -105,9 +105,9 @@ private:
         m_DataLeft -= size;
 
         if (const std::uint32_t name = Read16(m_Bytes, reference + 2); name != 0xFFFF) {
-            const std::size_t place = m_Lists.names + name;
-            if (!IsInside(place, 1, m_Bytes.size()) ||
-                !IsInside(place + 1, static_cast<unsigned char>(m_Bytes[place]), m_Bytes.size())) {
+            const std::size_t offset = m_Lists.names + name;
+            if (!IsInside(offset, 1, m_Bytes.size()) ||
+                !IsInside(offset + 1, static_cast<unsigned char>(m_Bytes[offset]), m_Bytes.size())) {
                 return "a name lies outside the map";
             }
             resource.name = name;
@@ -189,4 +189,4 @@ const char* ReadLayout(std::string_view file, ResourceMap& map) {
     return ReadLayout(file.size(), read, map);
 }
 
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources

@@ -1,19 +1,19 @@
-// Writes data, types, references and names in the map's order: by type, then by id. What the file had in
-// the room for the system and the application stays.
-#include "Platform/Resources/LayoutWriter.h"
+// Writes data, types, references and names in the order of the map: by type, then by id. The bytes that are
+// reserved for the system and the application are written back as they were read.
+#include "Platform/Resources/Layout.h"
 
 #include <algorithm>
 #include <cstdint>
 
-#include "Platform/Resources/BigEndian.h"
+using namespace Lum::Internal;
 
-namespace Resources {
+namespace Lum::Internal::Resources {
 namespace {
 
-/// Readers may take the place of the name list for a signed number.
+/// Some readers take the offset of the name list for a signed number.
 constexpr std::uint64_t kMostNameListOffset = 0x7FFF;
 constexpr std::uint64_t kMostNameOffset = 0xFFFE;
-/// Of a file: to be compacted, changed. Of a resource: changed. All of them about memory.
+/// Attributes that are meant for memory only. Of a file: to be compacted, changed. Of a resource: changed.
 constexpr unsigned kMapStateBits = 0x60;
 constexpr unsigned kChangedBit = 0x02;
 
@@ -119,7 +119,7 @@ std::optional<std::string> WriteLayout(const ResourceMap& map) {
     return file;
 }
 
-bool HasRoomFor(const ResourceMap& map, ResType type, std::size_t nameSize, std::size_t dataSize) {
+bool CanAdd(const ResourceMap& map, ResType type, std::size_t nameSize, std::size_t dataSize) {
     Sizes sizes = SizesOf(map);
     const bool isNewType = std::none_of(map.resources.begin(), map.resources.end(),
                                         [type](const Resource& resource) { return resource.type == type; });
@@ -127,4 +127,4 @@ bool HasRoomFor(const ResourceMap& map, ResType type, std::size_t nameSize, std:
     return sizes.Fit();
 }
 
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources

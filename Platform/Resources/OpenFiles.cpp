@@ -8,20 +8,26 @@
 #include <limits>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include <Lum/Platform.h>
 #include <Lum/ResourceFile.h>
 
-#include "Platform/Resources/DiskFile.h"
-#include "Platform/Resources/LayoutReader.h"
-#include "Platform/Resources/LayoutWriter.h"
+#include "Platform/Host/DiskFile.h"
+#include "Platform/Resources/Layout.h"
 
-namespace Resources {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Resources {
+
+using Host::FolderOf;
+using Host::InFolder;
+using Host::InputFile;
+using Host::RealPath;
+using Host::ReplaceFile;
 
 std::vector<std::unique_ptr<OpenFile>>& OpenFiles() {
-    // Never destroyed, for static destructors may still load strings.
+    // Never destroyed, because static destructors may still load strings.
     static auto* const files = new std::vector<std::unique_ptr<OpenFile>>;
     return *files;
 }
@@ -36,7 +42,8 @@ OpenFile* FileOf(short reference) {
     return found == OpenFiles().end() ? nullptr : found->get();
 }
 
-/// A number that no open file has: the one after the last, so that old numbers stay unknown for long.
+/// A number that no open file has. It follows the last one, so that the number of a closed file is not soon
+/// used again.
 short NewReference() {
     static short last = 0;
     do {
@@ -45,7 +52,7 @@ short NewReference() {
     return last;
 }
 
-const char* Read(const std::filesystem::path& path, ResourceMap& map) {
+const char* Read(const std::string& path, ResourceMap& map) {
     const InputFile file(path);
     if (!file.IsOpen()) {
         return "no file that can be opened";
@@ -56,18 +63,25 @@ const char* Read(const std::filesystem::path& path, ResourceMap& map) {
     return ReadLayout(file.Size(), read, map);
 }
 
-/// Whether the file is there, or made with nothing in it, and may be changed.
-bool PrepareForWriting(const std::filesystem::path& path) {
-    const bool isOpenAlready = std::any_of(OpenFiles().begin(), OpenFiles().end(),
-                                           [&](const auto& file) { return file->isWritable && file->path == path; });
-    std::error_code error;
-    if (isOpenAlready) {
-        return false;  // each would write over what the other has written
+/// Reads a file that is to be written, and makes its path absolute. If the file does not exist, `fresh` gets the
+/// bytes to make it with.
+bool ReadForWriting(OpenFile& file, std::string& fresh) {
+    if (auto there = RealPath(file.path)) {
+        file.path = std::move(*there);
+        // If one file were open twice, each would write over the changes of the other.
+        const bool isOpenAlready = std::any_of(OpenFiles().begin(), OpenFiles().end(), [&](const auto& other) {
+            return other->isWritable && other->path == file.path;
+        });
+        return !isOpenAlready && faccessat(AT_FDCWD, file.path.c_str(), W_OK, AT_EACCESS) == 0 &&
+               Read(file.path, file.map) == nullptr;
     }
-    if (std::filesystem::exists(path, error)) {
-        return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    const auto folder = RealPath(FolderOf(file.path));
+    if (!folder || InputFile(file.path).IsThere()) {
+        return false;
     }
-    return !error && ReplaceFile(path, *WriteLayout({}));
+    file.path = InFolder(*folder, std::string_view(file.path).substr(file.path.rfind('/') + 1));
+    fresh = *WriteLayout({});
+    return ReadLayout(fresh, file.map) == nullptr;
 }
 
 bool IsChanged(const ResourceMap& map) {
@@ -75,10 +89,10 @@ bool IsChanged(const ResourceMap& map) {
                        [](const Resource& resource) { return resource.isChanged; });
 }
 
-/// Writes the map and takes up where everything stands in the new file.
+/// Writes the map to the file, and replaces it by what is then in the file.
 bool WriteBack(OpenFile& file) {
     const std::optional<std::string> bytes = WriteLayout(file.map);
-    // What is written is read first, so that no file replaces a good one that could not be opened again.
+    // The new bytes are first read back, so that a file is never replaced by one that cannot be opened.
     ResourceMap written;
     if (!bytes || ReadLayout(*bytes, written) != nullptr || written.resources.size() != file.map.resources.size() ||
         !ReplaceFile(file.path, *bytes)) {
@@ -92,20 +106,24 @@ bool WriteBack(OpenFile& file) {
 }
 
 }  // namespace
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources
 
 using Resources::OpenFile;
 
 namespace Lum::Platform {
 
 short OpenResourceFile(const std::filesystem::path& path, bool writable) {
-    std::error_code error;
     auto file = std::make_unique<OpenFile>();
     file->isWritable = writable;
-    // Only what will be replaced needs a path that holds when folders and links have changed.
-    file->path = writable ? std::filesystem::weakly_canonical(std::filesystem::absolute(path, error), error) : path;
-    if (error || (writable && !Resources::PrepareForWriting(file->path)) ||
-        Resources::Read(file->path, file->map) != nullptr) {
+    file->path = path.native();
+    std::string fresh;
+    // Only a file that will be replaced needs a path that is valid even if the current folder changes.
+    if (writable ? !Resources::ReadForWriting(*file, fresh) : Resources::Read(file->path, file->map) != nullptr) {
+        return -1;
+    }
+    // The file is made last, when nothing else can fail.
+    Resources::OpenFiles().reserve(Resources::OpenFiles().size() + 1);
+    if (!fresh.empty() && !Host::ReplaceFile(file->path, fresh)) {
         return -1;
     }
     const short reference = Resources::NewReference();
@@ -131,7 +149,7 @@ bool CloseResourceFile(short reference) {
 
 std::string ExplainResourceFile(const std::filesystem::path& path) {
     Resources::ResourceMap map;
-    const char* const problem = Resources::Read(path, map);
+    const char* const problem = Resources::Read(path.native(), map);
     return problem == nullptr ? std::string() : problem;
 }
 

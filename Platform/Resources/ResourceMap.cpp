@@ -1,19 +1,21 @@
-// Looks resources up, and hands their bytes out: all as they are in the file but for the index of string
-// numbers, whose 16-bit fields are in the host's order in memory.
+// Looks resources up and loads their bytes. In memory the bytes are those of the file, except for the index of
+// string numbers, whose 16-bit fields are in the byte order of the host.
 #include "Platform/Resources/ResourceMap.h"
 
 #include <algorithm>
 #include <bit>
 #include <utility>
 
-#include "Platform/Resources/BigEndian.h"
+#include "Platform/Resources/Layout.h"
 
-namespace Resources {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Resources {
 namespace {
 
 constexpr ResType kIndexType = 0x5354526D;  // 'STRm'
 
-/// Between the file's order and the host's, either way; a byte left over stays.
+/// Converts from the file's byte order to the host's or back. An odd byte at the end stays as it is.
 void SwapFields(ResType type, char* bytes, std::size_t size) {
     if (type != kIndexType || std::endian::native == std::endian::big) {
         return;
@@ -126,4 +128,4 @@ void ResourceMap::ReleaseHandles() noexcept {
     }
 }
 
-}  // namespace Resources
+}  // namespace Lum::Internal::Resources

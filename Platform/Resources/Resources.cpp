@@ -1,13 +1,16 @@
-// Finds resources along the search order and changes them.
+// Finds resources in the open files, newest first, and changes them.
 #include "Platform/Resources/Resources.h"
 
 #include <algorithm>
 #include <limits>
 #include <new>
 #include <string_view>
+#include <utility>
 
-#include "Platform/Resources/LayoutWriter.h"
+#include "Platform/Resources/Layout.h"
 #include "Platform/Resources/OpenFiles.h"
+
+using namespace Lum::Internal;
 
 using Resources::OpenFile;
 using Resources::Resource;
@@ -18,7 +21,7 @@ namespace {
 constexpr ResType kString = 0x53545220;      // 'STR '
 constexpr ResType kStringList = 0x53545223;  // 'STR#'
 
-OSErr lastError = 0;
+OSErr s_lastError = noErr;
 
 std::string_view TextOf(ConstStr255Param name) {
     return name == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(name) + 1, name[0]);
@@ -34,7 +37,7 @@ OSErr Add(Handle handle, ResType type, ResID id, std::string_view name) {
         return opWrErr;
     }
     if (Resources::OwnerOf(handle) != Resources::HandleOwner::kCaller ||
-        !Resources::HasRoomFor(map, type, name.size(), static_cast<std::size_t>(GetHandleSize(handle)))) {
+        !Resources::CanAdd(map, type, name.size(), static_cast<std::size_t>(GetHandleSize(handle)))) {
         return addResFailed;
     }
     try {
@@ -42,7 +45,7 @@ OSErr Add(Handle handle, ResType type, ResID id, std::string_view name) {
     } catch (const std::bad_alloc&) {
         return memFullErr;
     }
-    return 0;
+    return noErr;
 }
 
 OSErr Change(Handle handle) {
@@ -50,50 +53,58 @@ OSErr Change(Handle handle) {
         if (Resource* const resource = file->map.Find(handle)) {
             file->lists.erase(handle);
             resource->isChanged = resource->isChanged || file->isWritable;
-            return file->isWritable ? 0 : opWrErr;
+            return file->isWritable ? OSErr{noErr} : opWrErr;
         }
     }
     return resNotFound;
 }
 
+/// The handle of a resource that was found in `file`; null if none was found or it cannot be loaded.
+Handle Load(const OpenFile* file, Resource* resource) {
+    Handle handle = resource == nullptr ? nullptr : file->map.Load(*resource);
+    s_lastError = handle != nullptr ? OSErr{noErr} : resource == nullptr ? resNotFound : OSErr{memFullErr};
+    return handle;
+}
+
+/// The newest file that has a resource, and the resource; both null if no file has it.
+std::pair<OpenFile*, Resource*> Find(ResType type, ResID id) {
+    for (const auto& file : Resources::OpenFiles()) {
+        if (Resource* const resource = file->map.Find(type, id)) {
+            return {file.get(), resource};
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 Handle GetResource(ResType type, ResID id) {
-    for (const auto& file : Resources::OpenFiles()) {
-        if (Resource* const resource = file->map.Find(type, id)) {
-            return file->map.Load(*resource);
-        }
-    }
-    return nullptr;
+    const auto [file, resource] = Find(type, id);
+    return Load(file, resource);
 }
 
 Handle Get1NamedResource(ResType type, ConstStr255Param name) {
     OpenFile* const file = Resources::NewestFile();
-    Resource* const resource = file == nullptr || name == nullptr ? nullptr : file->map.Find(type, TextOf(name));
-    return resource == nullptr ? nullptr : file->map.Load(*resource);
+    return Load(file, file == nullptr || name == nullptr ? nullptr : file->map.Find(type, TextOf(name)));
 }
 
 StringHandle GetString(ResID id) { return reinterpret_cast<StringHandle>(GetResource(kString, id)); }
 
 void GetIndString(Str255 string, ResID list, short index) {
     std::string_view text;
-    for (const auto& file : Resources::OpenFiles()) {
-        if (Resource* const resource = file->map.Find(kStringList, list)) {
-            if (char** const handle = file->map.Load(*resource)) {
-                text = file->lists[handle].Find({*handle, static_cast<std::size_t>(GetHandleSize(handle))}, index);
-            }
-            break;
-        }
+    const auto [file, resource] = Find(kStringList, list);
+    if (char** const handle = Load(file, resource)) {
+        text = file->lists[handle].Find({*handle, static_cast<std::size_t>(GetHandleSize(handle))}, index);
     }
     string[0] = static_cast<unsigned char>(text.size());
     std::copy(text.begin(), text.end(), string + 1);
 }
 
 void AddResource(Handle handle, ResType type, ResID id, ConstStr255Param name) {
-    lastError = Add(handle, type, id, TextOf(name));
+    s_lastError = Add(handle, type, id, TextOf(name));
 }
 
-void ChangedResource(Handle handle) { lastError = Change(handle); }
+void ChangedResource(Handle handle) { s_lastError = Change(handle); }
 
 ResID UniqueID(ResType type) {
     const auto isTaken = [type](ResID id) {
@@ -111,4 +122,4 @@ ResID UniqueID(ResType type) {
     }
 }
 
-OSErr ResError() { return lastError; }
+OSErr ResError() { return s_lastError; }

@@ -1,9 +1,36 @@
 // The system's script, and the lead bytes of the scripts that have characters of two bytes.
 #include "Platform/Script/Script.h"
 
-#include "Platform/Script/HostLocale.h"
+#include <string_view>
+
+#include "Platform/Host/Locale.h"
+
+using namespace Lum::Internal;
 
 namespace {
+
+struct LocaleScript {
+    std::string_view language;
+    /// Empty for every territory that has no row of its own.
+    std::string_view territory;
+    ScriptCode script;
+};
+
+/// Every other language is written in the Roman script.
+constexpr LocaleScript kScripts[] = {
+    {"ja", "", smJapanese},      {"ko", "", smKorean},        {"zh", "TW", smTradChinese},
+    {"zh", "HK", smTradChinese}, {"zh", "MO", smTradChinese}, {"zh", "", smSimpChinese},
+};
+
+ScriptCode SystemScript() {
+    const Host::Locale& locale = Host::CurrentLocale();
+    for (const LocaleScript& row : kScripts) {
+        if (row.language == locale.language && (row.territory.empty() || row.territory == locale.territory)) {
+            return row.script;
+        }
+    }
+    return smRoman;
+}
 
 constexpr bool IsDoubleByte(ScriptCode script) {
     return script == smJapanese || script == smTradChinese || script == smKorean || script == smSimpChinese;
@@ -19,7 +46,7 @@ constexpr bool IsLeadByte(ScriptCode script, int byte) {
 }  // namespace
 
 long GetScriptManagerVariable(short selector) {
-    const ScriptCode script = HostLocale::Current().script;
+    const ScriptCode script = SystemScript();
     switch (selector) {
         case smSysScript:
             return script;
@@ -32,7 +59,7 @@ long GetScriptManagerVariable(short selector) {
 
 unsigned char FillParseTable(CharByteTable table, ScriptCode script) {
     if (script == smSystemScript || script == smCurrentScript) {
-        script = HostLocale::Current().script;
+        script = SystemScript();
     }
     for (int byte = 0; byte < 256; ++byte) {
         table[byte] = IsLeadByte(script, byte) ? 1 : 0;

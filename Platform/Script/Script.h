@@ -1,8 +1,9 @@
-// The script services for hosts that do not have them: which script the system writes in, and which
-// bytes begin a character of two bytes there.
+// The script services for hosts that do not have them: the script of the system, and which bytes begin a
+// character of two bytes in a script.
 //
-// Names, arguments and constants are those of the services, but not the C linkage. The system's script
-// follows from the locale (see HostLocale.h). Any thread may ask. Not more is offered than is called.
+// Names, arguments and constants are those of the services, but not the C linkage. Only what the library
+// calls is here. The system's script follows from the language and territory of the current locale. Any
+// thread may call.
 #pragma once
 
 using ScriptCode = short;
@@ -19,10 +20,10 @@ constexpr ScriptCode smCurrentScript = -2;  // NOLINT: the services' name
 constexpr short smSysScript = 18;   // NOLINT: the services' name
 constexpr short smDoubleByte = 36;  // NOLINT: the services' name
 
-/// Answers `smSysScript` with the system's script and `smDoubleByte` with 1 where that has characters
-/// of two bytes, else 0; every other selector with 0.
+/// For `smSysScript` the system's script; for `smDoubleByte` 1 if that script has characters of two bytes,
+/// otherwise 0; for every other selector 0.
 long GetScriptManagerVariable(short selector);
 
-/// Sets `table` to 1 for each byte that begins a character of two bytes in `script`, to 0 for the
-/// others, and returns 1. `smSystemScript` and `smCurrentScript` are the system's.
+/// Sets `table` to 1 for each byte that begins a character of two bytes in `script` and to 0 for the other
+/// bytes, and returns 1. `smSystemScript` and `smCurrentScript` mean the system's script.
 unsigned char FillParseTable(CharByteTable table, ScriptCode script);

@@ -1,27 +1,11 @@
-// What every converter does. TextEncodingConverter.h says what each operation means.
+// What every converter of this folder does, and which parts of the folder make them.
+// TextEncodingConverter.h says what each operation means.
 #pragma once
 
-#include <cstddef>
 #include <memory>
-#include <span>
+#include <string_view>
 
-#include "Platform/TextEncoding/TextEncodingConverter.h"
-
-namespace TextConversion {
-
-using Input = std::span<const unsigned char>;
-using Output = std::span<unsigned char>;
-
-struct Progress {
-    OSStatus status;
-    std::size_t read;
-    std::size_t written;
-};
-
-/// Converts without memory of earlier calls.
-using ConvertFunction = Progress (*)(Input input, Output output) noexcept;
-
-}  // namespace TextConversion
+#include "Platform/TextEncoding/OwnedConverter.h"
 
 struct OpaqueTECObjectRef {
     OpaqueTECObjectRef() = default;
@@ -29,13 +13,24 @@ struct OpaqueTECObjectRef {
     OpaqueTECObjectRef& operator=(const OpaqueTECObjectRef&) = delete;
     virtual ~OpaqueTECObjectRef() = default;
 
-    virtual TextConversion::Progress Convert(TextConversion::Input input, TextConversion::Output output) = 0;
-    virtual TextConversion::Progress Flush(TextConversion::Output output) = 0;
+    using Input = Lum::Internal::TextConversion::Input;
+    using Output = Lum::Internal::TextConversion::Output;
+    using Step = Lum::Internal::TextConversion::Step;
+    virtual Step Convert(Input input, Output output) = 0;
+    virtual Step Flush(Output output) = 0;
     virtual void Clear() = 0;
 };
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
 
 using Converter = OpaqueTECObjectRef;
 
-}  // namespace TextConversion
+/// A converter with code of its own: between UTF-16 and UTF-8, UTF-16, Latin-1 or ASCII. Null for any other
+/// pair of encodings.
+std::unique_ptr<Converter> MakeOwnConverter(TextEncoding from, TextEncoding to);
+
+/// Converters between UTF-16 and the encoding that ICU has under `name`, or null if it has none.
+std::unique_ptr<Converter> MakeIcuToUtf16(std::string_view name);
+std::unique_ptr<Converter> MakeIcuFromUtf16(std::string_view name);
+
+}  // namespace Lum::Internal::TextConversion

@@ -1,20 +1,14 @@
-// How far a conversion has come: the rest of the input and the rest of the room.
+// The positions of a conversion in its input and output, and how UTF-16 is read and written there.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
-#include "Platform/TextEncoding/Converter.h"
+#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Source/Base/UnitText.h"
 
-namespace TextConversion {
-
-constexpr bool IsLeadSurrogate(std::uint32_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
-constexpr bool IsTrailSurrogate(std::uint32_t unit) noexcept { return (unit & 0xFC00) == 0xDC00; }
-
-constexpr std::uint32_t FromSurrogates(std::uint32_t lead, std::uint32_t trail) noexcept {
-    return 0x10000 + ((lead & 0x3FF) << 10 | (trail & 0x3FF));
-}
+namespace Lum::Internal::TextConversion {
 
 /// Reads the unit at `from`, which need not be aligned.
 inline std::uint32_t LoadUnit(const unsigned char* from) noexcept {
@@ -28,13 +22,16 @@ inline void StoreUnit(unsigned char* to, std::uint32_t unit) noexcept {
     std::memcpy(to, &narrow, sizeof narrow);
 }
 
-/// What is wrong with the UTF-16 element at `from`, before `end`: noErr for a whole character.
+/// Converts without keeping state between calls.
+using ConvertFunction = Step (*)(Input input, Output output) noexcept;
+
+/// What is wrong with the UTF-16 element between `from` and `end`; noErr for a whole character.
 inline OSStatus Utf16Fault(const unsigned char* from, const unsigned char* end) noexcept {
     if (end - from < 2) {
         return kTECPartialCharErr;
     }
     const std::uint32_t unit = LoadUnit(from);
-    if ((unit & 0xF800) != 0xD800) {
+    if (!IsSurrogate(unit)) {
         return noErr;
     }
     if (IsTrailSurrogate(unit)) {
@@ -55,15 +52,17 @@ struct Cursor {
     Cursor(Input input, Output output) noexcept
         : from(input.data()), fromEnd(from + input.size()), to(output.data()), toEnd(to + output.size()) {}
 
+    /// The bytes of input that are left, and of output.
     [[nodiscard]] std::size_t Left() const noexcept { return static_cast<std::size_t>(fromEnd - from); }
-    [[nodiscard]] std::size_t Room() const noexcept { return static_cast<std::size_t>(toEnd - to); }
+    [[nodiscard]] std::size_t Space() const noexcept { return static_cast<std::size_t>(toEnd - to); }
     void Advance(std::size_t read, std::size_t written) noexcept {
         from += read;
         to += written;
     }
-    [[nodiscard]] Progress Stop(OSStatus status, Input input, Output output) const noexcept {
+    /// The result of a conversion that ends here.
+    [[nodiscard]] Step Stop(OSStatus status, Input input, Output output) const noexcept {
         return {status, static_cast<std::size_t>(from - input.data()), static_cast<std::size_t>(to - output.data())};
     }
 };
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion

@@ -8,6 +8,8 @@
 
 #include "Platform/TextEncoding/EncodingTable.h"
 
+using namespace Lum::Internal;
+
 namespace {
 
 using TextConversion::EncodingRow;
@@ -88,7 +90,7 @@ bool IsLooselyEqual(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
 
 std::span<const EncodingRow> EncodingRows() { return kEncodingTable; }
 
@@ -118,7 +120,7 @@ TextEncoding EncodingOfCodeSet(std::string_view name) {
     return entry != kNames.end() ? entry->encoding : kUnknownEncoding;
 }
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion
 
 OSStatus TECGetTextEncodingFromInternetName(TextEncoding* encoding, ConstStr255Param name) {
     *encoding = TextConversion::EncodingOfName({reinterpret_cast<const char*>(name + 1), name[0]});

@@ -9,7 +9,7 @@
 
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
 
 constexpr TextEncoding kUnknownEncoding = 0xFFFF;
 
@@ -35,4 +35,4 @@ TextEncoding EncodingOfName(std::string_view name);
 /// The same for the code set of a locale name, where only letters and digits count: "eucJP", "utf8".
 TextEncoding EncodingOfCodeSet(std::string_view name);
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion

@@ -1,14 +1,14 @@
 // The table of encodings, by number: a base, and for Unicode the format in bits 26 to 29.
 //
-// A Mac encoding of Japanese, Korean or Chinese takes the nearest table that ICU has. Names that belong
-// to one set of characters in different bytes are given to the form that texts use: "gb2312" is EUC.
+// ICU has no tables for the Mac encodings of Japanese, Korean and Chinese; they use the most similar ones that
+// it has. A name of a character set with several encodings means the one that texts use: "gb2312" is EUC.
 #pragma once
 
 #include <array>
 
 #include "Platform/TextEncoding/EncodingNames.h"
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
 
 // clang-format off
 inline constexpr auto kEncodingTable = std::to_array<EncodingRow>({
@@ -126,4 +126,4 @@ inline constexpr auto kEncodingTable = std::to_array<EncodingRow>({
 });
 // clang-format on
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion

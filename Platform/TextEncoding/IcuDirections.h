@@ -1,4 +1,5 @@
-// The two directions of an ICU converter: every call of ICU, under names that both directions have.
+// All calls of ICU: two classes, one for each direction, with the same operations. IcuConverter.cpp is
+// written once, in terms of these.
 #pragma once
 
 #include <unicode/ucnv.h>
@@ -12,22 +13,24 @@
 #include <span>
 #include <string_view>
 
+#include "Platform/TextEncoding/Converter.h"
 #include "Platform/TextEncoding/Cursor.h"
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
 
 struct IcuCloser {
     void operator()(UConverter* converter) const noexcept { ucnv_close(converter); }
 };
 using IcuHandle = std::unique_ptr<UConverter, IcuCloser>;
 
-/// How much ICU is given at a time where the result does not go to the output itself.
+/// The largest block that is given to ICU where the result does not go to the output directly.
 constexpr std::size_t kPiece = 64;
 /// ICU refuses blocks of 2 GB.
 constexpr std::size_t kLargestBlock = std::size_t{1} << 28;
 
-/// Where one call of ICU reads and writes; the call moves `from` and `to`. `offsets` may be null: for
-/// each unit written, the index of what it was made from, or -1 for what an earlier call was given.
+/// What one call of ICU reads and writes. The call moves `from` and `to`. `offsets` may be null; otherwise it
+/// gets, for each unit written, the index of the input unit that it was made from, or -1 if that was in the
+/// input of an earlier call.
 template <class From, class To>
 struct IcuRun {
     const From* from;
@@ -37,14 +40,20 @@ struct IcuRun {
     std::int32_t* offsets;
 };
 
+/// To be called with every error code of ICU.
+inline UErrorCode Checked(UErrorCode error) {
+    if (error == U_MEMORY_ALLOCATION_ERROR) {
+        throw std::bad_alloc();
+    }
+    return error;
+}
+
 inline OSStatus StatusOf(UErrorCode error) {
-    switch (error) {
+    switch (Checked(error)) {
         case U_BUFFER_OVERFLOW_ERROR:
             return noErr;
         case U_INVALID_CHAR_FOUND:
             return kTECUnmappableElementErr;
-        case U_MEMORY_ALLOCATION_ERROR:
-            throw std::bad_alloc();
         default:
             return U_SUCCESS(error) != 0 ? noErr : kTextMalformedInputErr;
     }
@@ -57,11 +66,11 @@ struct IcuToUtf16 {
     /// The most units that a character becomes.
     static constexpr std::size_t kLongest = 4;
     static std::size_t LongestWithoutState(const UConverter* /*converter*/) { return kLongest; }
-    /// With little room as many bytes as could fit it, and one character more.
-    static std::size_t PieceFor(std::size_t room) { return std::min(kPiece, 2 * room + 4); }
+    /// How much input to convert for `space` bytes of output: as much as could fit, and one character more.
+    static std::size_t PieceFor(std::size_t space) { return std::min(kPiece, 2 * space + 4); }
 
-    /// Leaves the error standing, but for a shift sequence behind another one with nothing between them:
-    /// texts that are put together from pieces have such.
+    /// ICU calls this at an error. It keeps the error, except for a shift sequence that directly follows
+    /// another one: texts that were joined from parts have such sequences.
     static void Stop(const void* /*context*/, UConverterToUnicodeArgs* /*run*/, const char* /*bytes*/,
                      std::int32_t /*size*/, UConverterCallbackReason reason, UErrorCode* error) {
         if (reason == UCNV_IRREGULAR) {
@@ -83,19 +92,14 @@ struct IcuToUtf16 {
         return bytes.first(std::min(bytes.size(), kLargestBlock));
     }
     static std::span<const From> WithoutHalfPair(std::span<const From> units) { return units; }
-    /// What to convert at a time of UTF-7: a "+" ends it. Hence ICU always holds one before the first
-    /// character in base64, which then begins with it, however the text was cut.
-    static std::span<const From> Utf7Piece(std::span<const From> units) {
-        const auto plus = std::find(units.begin(), units.end(), '+');
-        return {units.begin(), plus == units.end() ? plus : plus + 1};
-    }
-    /// What to convert behind the end of a text, without keeping what becomes of it.
+    static std::span<const From> Utf7Piece(std::span<const From> units) { return units; }
+    /// Input to convert after the end of a text; its own output is dropped.
     static std::span<const From> Ending(const UConverter* /*converter*/) { return {}; }
-    /// Whether a character begins with the unit at `written`, which is not the first.
+    /// Whether a character begins with the unit at `written`, which is not the first one.
     static bool BeginsCharacter(const To* written, std::span<const From> /*units*/, std::int32_t /*offset*/) {
         return !IsTrailSurrogate(written[0]) || !IsLeadSurrogate(written[-1]);
     }
-    /// How much of what ICU has taken stands behind the start of the bad element that it met.
+    /// How many of the units that ICU has consumed follow the start of the bad element.
     static std::size_t FaultSize(const UConverter* converter) {
         std::array<char, 32> bytes;
         auto size = static_cast<std::int8_t>(bytes.size());
@@ -103,10 +107,11 @@ struct IcuToUtf16 {
         ucnv_getInvalidChars(converter, bytes.data(), &size, &error);
         return static_cast<std::size_t>(size) + static_cast<std::size_t>(ucnv_toUCountPending(converter, &error));
     }
-    /// How much ICU has taken of an element whose end it has not seen.
+    /// How many units ICU has consumed of an element whose end it has not got yet.
     static std::size_t Held(const UConverter* converter) {
         if (ucnv_getType(converter) == UCNV_HZ) {
-            // Not counted there. Between two elements "~}" writes nothing, even where it is out of place.
+            // ICU does not count them for HZ. Between two elements, "~}" writes nothing, even if it is not
+            // expected there; inside an element it does.
             const Trial trial = Try(converter, "~}", false);
             return trial.written == 0 && (U_SUCCESS(trial.error) != 0 || trial.error == U_ILLEGAL_ESCAPE_SEQUENCE) ? 0
                                                                                                                    : 1;
@@ -114,30 +119,25 @@ struct IcuToUtf16 {
         UErrorCode error = U_ZERO_ERROR;
         return static_cast<std::size_t>(ucnv_toUCountPending(converter, &error));
     }
-    /// Whether a text may end where ICU is, though it holds something: in UTF-7 the last byte of a
-    /// character holds the first bits of what follows.
-    static bool MayEnd(const UConverter* converter) {
-        return ucnv_getType(converter) == UCNV_UTF7 && U_SUCCESS(Try(converter, "", true).error) != 0;
-    }
 
 private:
     struct Trial {
         UErrorCode error;
         std::size_t written;
     };
-    /// What a copy of the converter makes of more bytes.
+    /// Converts more bytes with a copy of the converter.
     static Trial Try(const UConverter* converter, std::string_view bytes, bool isEnd) {
         UErrorCode error = U_ZERO_ERROR;
         const IcuHandle copy(ucnv_clone(converter, &error));
         if (U_FAILURE(error) != 0) {
-            throw std::bad_alloc();
+            throw std::bad_alloc();  // The copy of a valid converter can fail for no other reason.
         }
         const From* const from = reinterpret_cast<const From*>(bytes.data());
         std::array<To, kLongest> units;
         Run run{from, from + bytes.size(), units.data(), units.data() + units.size(), nullptr};
         error = U_ZERO_ERROR;
         Convert(copy.get(), run, isEnd, error);
-        return {error, static_cast<std::size_t>(run.to - units.data())};
+        return {Checked(error), static_cast<std::size_t>(run.to - units.data())};
     }
 };
 
@@ -150,17 +150,17 @@ struct IcuFromUtf16 {
     static std::size_t LongestWithoutState(const UConverter* converter) {
         return std::min(static_cast<std::size_t>(ucnv_getMaxCharSize(converter)), kLongest);
     }
-    /// With little room as many units as could fit it, and the next pair.
-    static std::size_t PieceFor(std::size_t room) { return std::min(kPiece, room + 2); }
+    /// How many units to convert for `space` bytes of output: as many as could fit, and one pair more.
+    static std::size_t PieceFor(std::size_t space) { return std::min(kPiece, space + 2); }
 
-    /// ICU's own callback for stopping passes over characters that are not seen, as U+FEFF and U+00AD, where
-    /// the encoding has none of them. This one leaves the error standing for every character.
+    /// ICU calls this at an error. ICU's own callback for stopping drops invisible characters, such as U+FEFF
+    /// and U+00AD, where the encoding lacks them. This one keeps the error for every character.
     static void Stop(const void* /*context*/, UConverterFromUnicodeArgs* /*run*/, const char16_t* /*units*/,
                      std::int32_t /*size*/, UChar32 /*scalar*/, UConverterCallbackReason /*reason*/,
                      UErrorCode* /*error*/) {}
     static void Prepare(UConverter* converter, UErrorCode& error) {
         ucnv_setFromUCallBack(converter, Stop, nullptr, nullptr, nullptr, &error);
-        // A fallback is a substitute.
+        // A fallback would be a substitute, and nothing is substituted.
         ucnv_setFallback(converter, 0);
     }
     static void Reset(UConverter* converter) { ucnv_resetFromUnicode(converter); }
@@ -171,7 +171,7 @@ struct IcuFromUtf16 {
         run.to = reinterpret_cast<To*>(to);
     }
 
-    /// The input as units; where it is not aligned, a copy of its beginning.
+    /// The input as units. Where it is not aligned: a copy of its first units.
     static std::span<const From> Units(Input bytes, std::array<From, kPiece>& copies) {
         const std::size_t size = std::min(bytes.size() / sizeof(From), kLargestBlock);
         if (reinterpret_cast<std::uintptr_t>(bytes.data()) % alignof(From) == 0) {
@@ -181,15 +181,15 @@ struct IcuFromUtf16 {
         std::memcpy(copies.data(), bytes.data(), copied * sizeof(From));
         return {copies.data(), copied};
     }
-    /// Pairs of surrogates are not divided, so that ICU never holds half of one. It may see a second first
-    /// half, at which it finds the one before wanting.
+    /// The units without a lead surrogate at the end, so that ICU never keeps half of a pair. If there are two
+    /// lead surrogates at the end, both stay: ICU then reports the first one as malformed.
     static std::span<const From> WithoutHalfPair(std::span<const From> units) {
         const std::size_t size = units.size();
         const bool isHalf =
             size > 0 && IsLeadSurrogate(units[size - 1]) && (size == 1 || !IsLeadSurrogate(units[size - 2]));
         return units.first(isHalf ? size - 1 : size);
     }
-    /// What to convert at a time of UTF-7: all before an unpaired surrogate.
+    /// The units before the first unpaired surrogate, which ICU would write in UTF-7.
     static std::span<const From> Utf7Piece(std::span<const From> units) {
         const auto bytesAt = [&](std::size_t i) { return reinterpret_cast<const unsigned char*>(units.data() + i); };
         std::size_t i = 0;
@@ -198,7 +198,7 @@ struct IcuFromUtf16 {
         }
         return units.first(i);
     }
-    /// ICU forgets to leave the two-byte state at the end of HZ, but not at a line's.
+    /// ICU does not leave the two-byte state at the end of a text in HZ, but it does at the end of a line.
     static std::span<const From> Ending(const UConverter* converter) {
         return {u"\n", ucnv_getType(converter) == UCNV_HZ ? std::size_t{1} : 0};
     }
@@ -212,10 +212,9 @@ struct IcuFromUtf16 {
         ucnv_getInvalidUChars(converter, units.data(), &size, &error);
         return static_cast<std::size_t>(size) + static_cast<std::size_t>(ucnv_fromUCountPending(converter, &error));
     }
-    /// What ICU holds are whole characters, because the next one could change how they are written. They
-    /// count as read: the flush writes them at the latest.
+    /// What ICU keeps here are whole characters, because the next one could change how they are written. They
+    /// count as read, since the flush writes them at the latest.
     static std::size_t Held(const UConverter* /*converter*/) { return 0; }
-    static bool MayEnd(const UConverter* /*converter*/) { return false; }
 };
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion

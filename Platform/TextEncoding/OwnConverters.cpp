@@ -1,23 +1,157 @@
-// Picks the function that converts between UTF-16 and an encoding that has code of its own.
-#include "Platform/TextEncoding/OwnConverters.h"
-
+// The converters that have code of their own, and the choice between them. UTF-16 and Latin are here; UTF-8,
+// for which there are several variants, is chosen by Utf8.h.
+//
+// Long texts go in blocks of sixteen characters, of which the compiler makes vectors. What does not fit a
+// block goes character by character.
 #include <bit>
 
-#include "Platform/TextEncoding/Latin.h"
-#include "Platform/TextEncoding/Utf16.h"
+#include "Platform/TextEncoding/Converter.h"
+#include "Platform/TextEncoding/Cursor.h"
 #include "Platform/TextEncoding/Utf8.h"
 
-namespace TextConversion {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::TextConversion {
 
 namespace {
 
-/// None of these encodings has a state.
+// ---- Latin-1 and ASCII: the characters below `Limit`, which is 0x100 or 0x80 ---------------------
+
+constexpr std::size_t kBlock = 16;
+
+/// Converts whole blocks, up to the first that has a character from `Limit` on.
+template <std::uint32_t Limit>
+void SkimLatinToUtf16(Cursor& cursor) noexcept {
+    while (cursor.Left() >= kBlock && cursor.Space() >= 2 * kBlock) {
+        std::uint32_t all = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            all |= cursor.from[i];
+        }
+        if (all >= Limit) {
+            return;
+        }
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            StoreUnit(cursor.to + 2 * i, cursor.from[i]);
+        }
+        cursor.Advance(kBlock, 2 * kBlock);
+    }
+}
+
+template <std::uint32_t Limit>
+void SkimLatinFromUtf16(Cursor& cursor) noexcept {
+    while (cursor.Left() >= 2 * kBlock && cursor.Space() >= kBlock) {
+        std::uint16_t units[kBlock];
+        std::memcpy(units, cursor.from, sizeof units);
+        std::uint16_t all = 0;
+        for (const std::uint16_t unit : units) {
+            all = static_cast<std::uint16_t>(all | unit);
+        }
+        if (all >= Limit) {
+            return;
+        }
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            cursor.to[i] = static_cast<unsigned char>(units[i]);
+        }
+        cursor.Advance(2 * kBlock, kBlock);
+    }
+}
+
+/// A byte from `Limit` on is malformed.
+template <std::uint32_t Limit>
+Step LatinToUtf16(Input input, Output output) noexcept {
+    Cursor cursor(input, output);
+    for (SkimLatinToUtf16<Limit>(cursor); cursor.from != cursor.fromEnd; cursor.Advance(1, 2)) {
+        if (*cursor.from >= Limit) {
+            return cursor.Stop(kTextMalformedInputErr, input, output);
+        }
+        if (cursor.Space() < 2) {
+            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+        }
+        StoreUnit(cursor.to, *cursor.from);
+    }
+    return cursor.Stop(noErr, input, output);
+}
+
+template <std::uint32_t Limit>
+Step Utf16ToLatin(Input input, Output output) noexcept {
+    Cursor cursor(input, output);
+    for (SkimLatinFromUtf16<Limit>(cursor); cursor.from != cursor.fromEnd; cursor.Advance(2, 1)) {
+        if (const OSStatus fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != noErr) {
+            return cursor.Stop(fault, input, output);
+        }
+        const std::uint32_t unit = LoadUnit(cursor.from);
+        if (unit >= Limit) {
+            return cursor.Stop(kTECUnmappableElementErr, input, output);
+        }
+        if (cursor.Space() < 1) {
+            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+        }
+        *cursor.to = static_cast<unsigned char>(unit);
+    }
+    return cursor.Stop(noErr, input, output);
+}
+
+// ---- UTF-16: checked, and with its bytes swapped where the order is not the host's ---------------
+
+template <bool IsSwapped>
+constexpr std::uint32_t InOrder(std::uint32_t unit) noexcept {
+    return IsSwapped ? (unit & 0xFF) << 8 | unit >> 8 : unit;
+}
+
+/// Copies whole blocks, up to the first that has a surrogate.
+template <bool SwapsInput, bool SwapsOutput>
+void SkimUtf16(Cursor& cursor) noexcept {
+    while (cursor.Left() >= 2 * kBlock && cursor.Space() >= 2 * kBlock) {
+        std::uint32_t surrogates = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            const std::uint32_t unit = InOrder<SwapsInput>(LoadUnit(cursor.from + 2 * i));
+            surrogates |= static_cast<std::uint32_t>((unit & 0xF800) == 0xD800);
+        }
+        if (surrogates != 0) {
+            return;
+        }
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            StoreUnit(cursor.to + 2 * i, InOrder<SwapsInput != SwapsOutput>(LoadUnit(cursor.from + 2 * i)));
+        }
+        cursor.Advance(2 * kBlock, 2 * kBlock);
+    }
+}
+
+/// Swaps the bytes of the input, of the output, or of neither.
+template <bool SwapsInput, bool SwapsOutput>
+Step CopyUtf16(Input input, Output output) noexcept {
+    Cursor cursor(input, output);
+    for (SkimUtf16<SwapsInput, SwapsOutput>(cursor); cursor.from != cursor.fromEnd;) {
+        unsigned char element[4];
+        const std::size_t available = cursor.Left() < 4 ? cursor.Left() : 4;
+        std::memcpy(element, cursor.from, available);
+        for (std::size_t i = 0; i + 2 <= available; i += 2) {
+            StoreUnit(element + i, InOrder<SwapsInput>(LoadUnit(element + i)));
+        }
+        if (const OSStatus fault = Utf16Fault(element, element + available); fault != noErr) {
+            return cursor.Stop(fault, input, output);
+        }
+        const std::size_t size = IsLeadSurrogate(LoadUnit(element)) ? 4 : 2;
+        if (cursor.Space() < size) {
+            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+        }
+        for (std::size_t i = 0; i < size; i += 2) {
+            StoreUnit(cursor.to + i, InOrder<SwapsOutput>(LoadUnit(element + i)));
+        }
+        cursor.Advance(size, size);
+    }
+    return cursor.Stop(noErr, input, output);
+}
+
+// ---- The choice ----------------------------------------------------------------------------------
+
+/// None of these encodings has a shift state.
 class StatelessConverter final : public Converter {
 public:
     explicit StatelessConverter(ConvertFunction function) noexcept : m_Function(function) {}
 
-    Progress Convert(Input input, Output output) override { return m_Function(input, output); }
-    Progress Flush(Output /*output*/) override { return {noErr, 0, 0}; }
+    Step Convert(Input input, Output output) override { return m_Function(input, output); }
+    Step Flush(Output /*output*/) override { return {noErr, 0, 0}; }
     void Clear() override {}
 
 private:
@@ -74,4 +208,4 @@ std::unique_ptr<Converter> MakeOwnConverter(TextEncoding from, TextEncoding to) 
     return function != nullptr ? std::make_unique<StatelessConverter>(function) : nullptr;
 }
 
-}  // namespace TextConversion
+}  // namespace Lum::Internal::TextConversion

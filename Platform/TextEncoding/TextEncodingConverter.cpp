@@ -1,18 +1,16 @@
-// The services' doors: finds the converter between two encodings and calls it.
+// The functions of the services: they find the converter between two encodings and call it.
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 
 #include <memory>
 
 #include "Platform/TextEncoding/Converter.h"
 #include "Platform/TextEncoding/EncodingNames.h"
-#include "Platform/TextEncoding/IcuConverter.h"
-#include "Platform/TextEncoding/OwnConverters.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
-using TextConversion::Progress;
-
-/// The version bits choose between tables of which there is one each.
+/// The version bits choose between versions of a table. There is one version of each here.
 constexpr TextEncoding WithoutVersion(TextEncoding encoding) { return encoding & 0x3FFFFFFF; }
 
 std::unique_ptr<TextConversion::Converter> MakeConverter(TextEncoding from, TextEncoding to) {
@@ -40,16 +38,16 @@ OSStatus TECCreateConverter(TECObjectRef* converter, TextEncoding from, TextEnco
 
 OSStatus TECConvertText(TECObjectRef converter, ConstTextPtr input, ByteCount inputLength, ByteCount* inputUsed,
                         TextPtr output, ByteCount outputLength, ByteCount* outputUsed) {
-    const Progress progress = converter->Convert({input, inputLength}, {output, outputLength});
-    *inputUsed = progress.read;
-    *outputUsed = progress.written;
-    return progress.status;
+    const TextConversion::Step step = converter->Convert({input, inputLength}, {output, outputLength});
+    *inputUsed = step.read;
+    *outputUsed = step.written;
+    return step.status;
 }
 
 OSStatus TECFlushText(TECObjectRef converter, TextPtr output, ByteCount outputLength, ByteCount* outputUsed) {
-    const Progress progress = converter->Flush({output, outputLength});
-    *outputUsed = progress.written;
-    return progress.status;
+    const TextConversion::Step step = converter->Flush({output, outputLength});
+    *outputUsed = step.written;
+    return step.status;
 }
 
 OSStatus TECClearConverterContextInfo(TECObjectRef converter) {

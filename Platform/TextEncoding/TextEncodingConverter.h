@@ -3,7 +3,7 @@
 //
 // Names, arguments and constants are those of the services, but not the C linkage. Texts are bytes;
 // UTF-16 is in the host's byte order, and a byte order mark is text like any other. Any thread may call,
-// but one converter serves one thread at a time. Not more is offered than is called.
+// but one converter serves one thread at a time. Only what the library calls is here.
 //
 // A TextEncoding packs a base in bits 0 to 15, a variant in 16 to 25, a format in 26 to 29 and a
 // version above: UTF-8 is 0x08000100, UTF-16 0x0100, Shift-JIS 0x0A01. Variants have no tables here.
@@ -12,8 +12,8 @@
 #include <cstdint>
 
 #include "Platform/Script/Script.h"
+#include "Platform/Status.h"
 
-using OSStatus = std::int32_t;
 using ByteCount = unsigned long;
 using TextPtr = unsigned char*;
 using ConstTextPtr = const unsigned char*;
@@ -29,14 +29,12 @@ using TextEncodingVariant = std::uint32_t;
 using TextEncodingFormat = std::uint32_t;
 using TECObjectRef = struct OpaqueTECObjectRef*;
 
-constexpr OSStatus noErr = 0;                            // NOLINT: the services' name
-constexpr OSStatus paramErr = -50;                       // NOLINT: the services' name
 constexpr OSStatus kTextUnsupportedEncodingErr = -8738;  // no such encoding
 constexpr OSStatus kTextMalformedInputErr = -8739;       // breaks the encoding's rules
 constexpr OSStatus kTECNoConversionPathErr = -8749;      // no converter between the two
 constexpr OSStatus kTECPartialCharErr = -8753;           // an element's end is not there
 constexpr OSStatus kTECUnmappableElementErr = -8754;     // well formed, but not in the other encoding
-constexpr OSStatus kTECUsedFallbacksStatus = -8783;      // never given: nothing is substituted
+constexpr OSStatus kTECUsedFallbacksStatus = -8783;      // never returned: nothing is substituted
 constexpr OSStatus kTECOutputBufferFullStatus = -8785;   // the next character does not fit
 
 constexpr TextEncodingBase kTextEncodingMacRoman = 0;
@@ -62,14 +60,14 @@ constexpr LangCode langTradChinese = 19;  // NOLINT: the services' name
 constexpr LangCode langKorean = 23;       // NOLINT: the services' name
 constexpr LangCode langSimpChinese = 33;  // NOLINT: the services' name
 
-/// Packs the three parts; bits that a part has no room for are dropped.
+/// Packs the three parts; bits that do not fit a part are dropped.
 constexpr TextEncoding CreateTextEncoding(TextEncodingBase base, TextEncodingVariant variant,
                                           TextEncodingFormat format) {
     return (base & 0xFFFF) | (variant & 0x3FF) << 16 | (format & 0xF) << 26;
 }
 
-/// Makes a converter, which the caller gives back with TECDisposeConverter. One of the two encodings is
-/// UTF-16; otherwise, and where there is no table, kTECNoConversionPathErr and null.
+/// Makes a converter, which the caller must dispose of with TECDisposeConverter. One of the two encodings must be
+/// UTF-16. If neither is, or if there is no table, the result is kTECNoConversionPathErr and null.
 OSStatus TECCreateConverter(TECObjectRef* converter, TextEncoding from, TextEncoding to);
 
 /// Converts characters until the input ends (noErr), one does not fit the output, or one cannot be
@@ -82,25 +80,25 @@ OSStatus TECConvertText(TECObjectRef converter, ConstTextPtr input, ByteCount in
                         TextPtr output, ByteCount outputLength, ByteCount* outputUsed);
 
 /// Ends a text: writes what brings the encoding back to its initial state. After
-/// kTECOutputBufferFullStatus the same call with more room goes on.
+/// kTECOutputBufferFullStatus the caller repeats the call with more space.
 OSStatus TECFlushText(TECObjectRef converter, TextPtr output, ByteCount outputLength, ByteCount* outputUsed);
 
-/// Makes a used converter as good as new, also after a failure.
+/// Returns a converter to the state of a new one, also after a failure.
 OSStatus TECClearConverterContextInfo(TECObjectRef converter);
 OSStatus TECDisposeConverter(TECObjectRef converter);
 
-/// Looks a name of the IANA registry or a common alias up, in any case. An unknown one gives 0xFFFF and
-/// kTextUnsupportedEncodingErr. Does not allocate; logarithmic in the number of names.
+/// Looks up a name of the IANA registry or a common alias, ignoring case. For an unknown name, `encoding` is
+/// 0xFFFF and the result kTextUnsupportedEncodingErr. Does not allocate; logarithmic in the number of names.
 OSStatus TECGetTextEncodingFromInternetName(TextEncoding* encoding, ConstStr255Param name);
 /// The preferred name, in lower case; an empty one and kTextUnsupportedEncodingErr where there is none.
 OSStatus TECGetTextEncodingInternetName(TextEncoding encoding, Str255 name);
 
-/// The encoding of a script, the system's for smSystemScript; language, region and font tell nothing
-/// more. paramErr for what is no script, with `encoding` unchanged.
+/// The encoding of a script, and of the system's script for smSystemScript. Language, region and font are
+/// ignored. paramErr, with `encoding` unchanged, for a number that is no script.
 OSStatus UpgradeScriptInfoToTextEncoding(ScriptCode script, LangCode language, RegionCode region, ConstStr255Param font,
                                          TextEncoding* encoding);
-/// The script and language of an encoding that belongs to one, English and Roman for all others. Each
-/// result may be null; the font's name is always empty.
+/// The script and language of an encoding that belongs to a script; Roman and English for all others. Each
+/// pointer may be null. The name of the font is always empty.
 OSStatus RevertTextEncodingToScriptInfo(TextEncoding encoding, ScriptCode* script, LangCode* language, Str255 font);
 
 /// The encoding of the application's narrow texts: the one that was set, or the locale's code set.

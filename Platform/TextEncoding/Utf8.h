@@ -1,27 +1,38 @@
-// Picks what converts UTF-8 on this processor.
+// Picks what converts between UTF-8 and UTF-16 on this processor. Every variant gives the same bytes, statuses
+// and positions as the plain one.
 #pragma once
 
 #include "Platform/TextEncoding/Utf8Plain.h"
+#include "Source/Base/Cpu.h"
 
-namespace TextConversion {
+namespace Lum::Internal::TextConversion {
+
+#ifdef __SSE2__
+namespace Avx512 {
+Step Utf8ToUtf16(Input input, Output output) noexcept;
+Step Utf16ToUtf8(Input input, Output output) noexcept;
+}  // namespace Avx512
+namespace Sse41 {
+Step Utf8ToUtf16(Input input, Output output) noexcept;
+Step Utf16ToUtf8(Input input, Output output) noexcept;
+}  // namespace Sse41
+#endif
 
 struct Utf8Functions {
     ConvertFunction toUtf16;
     ConvertFunction fromUtf16;
 };
 
-}  // namespace TextConversion
-
-#ifdef __SSE2__
-#include "Platform/TextEncoding/Utf8Ssse3.h"
-namespace TextConversion {
 inline Utf8Functions FastestUtf8() noexcept {
-    return Ssse3::IsSupported() ? Utf8Functions{Ssse3::Utf8ToUtf16, Ssse3::Utf16ToUtf8}
-                                : Utf8Functions{Plain::Utf8ToUtf16, Plain::Utf16ToUtf8};
-}
-}  // namespace TextConversion
-#else
-namespace TextConversion {
-inline Utf8Functions FastestUtf8() noexcept { return {Plain::Utf8ToUtf16, Plain::Utf16ToUtf8}; }
-}  // namespace TextConversion
+#ifdef __SSE2__
+    if (UsedCpu() >= CpuTier::kAvx512) {
+        return {Avx512::Utf8ToUtf16, Avx512::Utf16ToUtf8};
+    }
+    if (UsedCpu() >= CpuTier::kSse41) {
+        return {Sse41::Utf8ToUtf16, Sse41::Utf16ToUtf8};
+    }
 #endif
+    return {Plain::Utf8ToUtf16, Plain::Utf16ToUtf8};
+}
+
+}  // namespace Lum::Internal::TextConversion

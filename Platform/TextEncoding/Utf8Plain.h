@@ -1,10 +1,10 @@
-// UTF-8 to and from UTF-16 in plain C++ (RFC 3629, strictly): the definition of what every faster
-// variant gives.
+// UTF-8 to and from UTF-16 in plain C++, strictly after RFC 3629. This is the definition: every faster variant
+// must have the same results.
 #pragma once
 
 #include "Platform/TextEncoding/Cursor.h"
 
-namespace TextConversion::Plain {
+namespace Lum::Internal::TextConversion::Plain {
 
 constexpr bool IsContinuation(unsigned char byte) noexcept { return (byte & 0xC0) == 0x80; }
 
@@ -14,7 +14,7 @@ constexpr std::size_t Utf8Size(unsigned char first) noexcept {
 }
 
 /// Whether `second` may follow `first`, which begins an element of two bytes or more. The second byte
-/// is where overlong forms, surrogates and values above 10FFFF are told.
+/// decides whether an element is overlong, a surrogate, or above 10FFFF.
 constexpr bool IsSecondByte(unsigned char first, unsigned char second) noexcept {
     switch (first) {
         case 0xE0:
@@ -30,7 +30,7 @@ constexpr bool IsSecondByte(unsigned char first, unsigned char second) noexcept 
     }
 }
 
-/// What is wrong with the element at `from`: incomplete when more bytes could complete it.
+/// The status for the bad element at `from`: incomplete if more bytes could complete it.
 constexpr OSStatus Utf8Fault(const unsigned char* from, const unsigned char* end) noexcept {
     const std::size_t size = Utf8Size(*from);
     const auto left = static_cast<std::size_t>(end - from);
@@ -46,9 +46,9 @@ constexpr bool IsUtf8Element(const unsigned char* from, const unsigned char* end
            (size < 3 || IsContinuation(from[2])) && (size < 4 || IsContinuation(from[3]));
 }
 
-/// Converts eight characters at a step while all are ASCII.
+/// Converts blocks of eight characters while all of them are ASCII.
 inline void SkimAsciiToUtf16(Cursor& cursor) noexcept {
-    for (std::uint64_t bytes = 0; cursor.Left() >= 8 && cursor.Room() >= 16; cursor.Advance(8, 16)) {
+    for (std::uint64_t bytes = 0; cursor.Left() >= 8 && cursor.Space() >= 16; cursor.Advance(8, 16)) {
         std::memcpy(&bytes, cursor.from, 8);
         if ((bytes & 0x8080808080808080) != 0) {
             return;
@@ -60,7 +60,7 @@ inline void SkimAsciiToUtf16(Cursor& cursor) noexcept {
 }
 
 inline void SkimAsciiFromUtf16(Cursor& cursor) noexcept {
-    for (std::uint64_t units[2] = {}; cursor.Left() >= 16 && cursor.Room() >= 8; cursor.Advance(16, 8)) {
+    for (std::uint64_t units[2] = {}; cursor.Left() >= 16 && cursor.Space() >= 8; cursor.Advance(16, 8)) {
         std::memcpy(units, cursor.from, 16);
         if (((units[0] | units[1]) & 0xFF80FF80FF80FF80) != 0) {
             return;
@@ -71,8 +71,8 @@ inline void SkimAsciiFromUtf16(Cursor& cursor) noexcept {
     }
 }
 
-/// Goes on from `cursor`.
-inline Progress Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept {
+/// Converts the rest of the input from `cursor` on.
+inline Step Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept {
     for (SkimAsciiToUtf16(cursor); cursor.from != cursor.fromEnd;) {
         const unsigned char* const from = cursor.from;
         const std::size_t size = Utf8Size(*from);
@@ -80,7 +80,7 @@ inline Progress Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexc
         if (size != 1 && (size == 0 || !IsUtf8Element(from, cursor.fromEnd, size))) {
             return cursor.Stop(Utf8Fault(from, cursor.fromEnd), input, output);
         }
-        if (cursor.Room() < written) {
+        if (cursor.Space() < written) {
             return cursor.Stop(kTECOutputBufferFullStatus, input, output);
         }
         const auto bits = [&](std::size_t i) { return std::uint32_t{from[i]} & 0x3F; };
@@ -105,8 +105,8 @@ inline Progress Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexc
     return cursor.Stop(noErr, input, output);
 }
 
-/// Goes on from `cursor`.
-inline Progress Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept {
+/// Converts the rest of the input from `cursor` on.
+inline Step Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept {
     for (SkimAsciiFromUtf16(cursor); cursor.from != cursor.fromEnd;) {
         if (const OSStatus fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != noErr) {
             return cursor.Stop(fault, input, output);
@@ -114,7 +114,7 @@ inline Progress Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexc
         const std::uint32_t unit = LoadUnit(cursor.from);
         const bool isPair = IsLeadSurrogate(unit);
         const std::size_t size = unit < 0x80 ? 1 : unit < 0x800 ? 2 : isPair ? 4 : 3;
-        if (cursor.Room() < size) {
+        if (cursor.Space() < size) {
             return cursor.Stop(kTECOutputBufferFullStatus, input, output);
         }
         const auto store = [&](std::size_t i, std::uint32_t byte) { cursor.to[i] = static_cast<unsigned char>(byte); };
@@ -145,12 +145,12 @@ inline Progress Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexc
     return cursor.Stop(noErr, input, output);
 }
 
-inline Progress Utf8ToUtf16(Input input, Output output) noexcept {
+inline Step Utf8ToUtf16(Input input, Output output) noexcept {
     return Utf8ToUtf16Rest(Cursor(input, output), input, output);
 }
 
-inline Progress Utf16ToUtf8(Input input, Output output) noexcept {
+inline Step Utf16ToUtf8(Input input, Output output) noexcept {
     return Utf16ToUtf8Rest(Cursor(input, output), input, output);
 }
 
-}  // namespace TextConversion::Plain
+}  // namespace Lum::Internal::TextConversion::Plain

@@ -1,5 +1,5 @@
-// Floating-point numbers: the standard library's exact conversions where they give what printf gives, the
-// C library itself, held to its "C" locale, for the rest.
+// Floating-point numbers: the standard library's exact conversions where they give what printf gives, and for
+// the rest the C library, with its "C" locale.
 #include <algorithm>
 #include <cfenv>
 #include <charconv>
@@ -7,12 +7,15 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <new>
 
 #include <locale.h>  // NOLINT: newlocale and uselocale are POSIX, not C
 
 #include "Platform/Uc16/FormatNumbers.h"
 
-namespace Uc16 {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Uc16 {
 
 namespace {
 
@@ -25,22 +28,42 @@ constexpr int kDefaultPrecision = 6;
 char Lower(char letter) { return static_cast<char>(letter | 0x20); }
 bool IsUpper(char letter) { return (letter & 0x20) == 0; }
 
-std::string_view ViaStandardLibrary(double magnitude, char letter, int precision, DigitRoom& room) {
+std::string_view ViaStandardLibrary(double magnitude, char letter, int precision, DigitBuffer& buffer) {
     const auto form = Lower(letter) == 'f'   ? std::chars_format::fixed
                       : Lower(letter) == 'e' ? std::chars_format::scientific
                                              : std::chars_format::general;
-    char* const first = room.characters.data();
-    char* const last = std::to_chars(first, first + room.characters.size(), magnitude, form, precision).ptr;
+    char* const first = buffer.characters.data();
+    char* const last = std::to_chars(first, first + buffer.characters.size(), magnitude, form, precision).ptr;
     if (IsUpper(letter)) {
         std::replace(first, last, 'e', 'E');
     }
     return {first, static_cast<std::size_t>(last - first)};
 }
 
-/// The C library's formatting, while this thread's locale is "C".
+locale_t CLocale() {
+    // After an exception the next call tries again.
+    static const locale_t locale = [] {
+        const locale_t made = newlocale(LC_ALL_MASK, "C", locale_t{});
+        return made != locale_t{} ? made : throw std::bad_alloc();
+    }();
+    return locale;
+}
+
+/// Makes this thread's locale "C" for a scope.
+class InCLocale {
+public:
+    InCLocale() : m_Before(uselocale(CLocale())) {}
+    InCLocale(const InCLocale&) = delete;
+    InCLocale& operator=(const InCLocale&) = delete;
+    ~InCLocale() { uselocale(m_Before); }
+
+private:
+    locale_t m_Before;
+};
+
+/// The C library's formatting.
 template <class Number>
-std::string_view ViaCLibrary(Number number, const Conversion& conversion, int precision, DigitRoom& room) {
-    static const locale_t kCLocale = newlocale(LC_ALL_MASK, "C", locale_t{});
+std::string_view ViaCLibrary(Number number, const Conversion& conversion, int precision, DigitBuffer& buffer) {
     std::array<char, 8> format{};
     auto at = format.begin();
     *at++ = '%';
@@ -54,36 +77,39 @@ std::string_view ViaCLibrary(Number number, const Conversion& conversion, int pr
     *at = conversion.letter;
 
     const auto print = [&](char* to, std::size_t size) {
-        return static_cast<std::size_t>(std::max(std::snprintf(to, size, format.data(), precision, number), 0));
+        const int printed = std::snprintf(to, size, format.data(), precision, number);
+        if (printed < 0) {
+            throw std::bad_alloc();  // A number with a precision that an int holds has no other way to fail.
+        }
+        return static_cast<std::size_t>(printed);
     };
-    const locale_t before = uselocale(kCLocale);
-    const char* text = room.characters.data();
-    const std::size_t size = print(room.characters.data(), room.characters.size());
-    if (size >= room.characters.size()) {
-        room.more.resize(size + 1);
-        print(room.more.data(), room.more.size());
-        text = room.more.data();
+    const InCLocale inCLocale;
+    const char* text = buffer.characters.data();
+    const std::size_t size = print(buffer.characters.data(), buffer.characters.size());
+    if (size >= buffer.characters.size()) {
+        buffer.more.resize(size + 1);
+        print(buffer.more.data(), buffer.more.size());
+        text = buffer.more.data();
     }
-    uselocale(before);
     return {text, size};
 }
 
 template <class Number>
-std::string_view Digits(Number number, const Conversion& conversion, int precision, DigitRoom& room) {
+std::string_view Digits(Number number, const Conversion& conversion, int precision, DigitBuffer& buffer) {
     if constexpr (sizeof(Number) == sizeof(double)) {
         // Left to the C library: points without digits behind them, hexadecimal forms, whose first digit is
         // free, and roundings that only printf follows.
         if (Lower(conversion.letter) != 'a' && !conversion.alternate && std::fegetround() == FE_TONEAREST) {
-            return ViaStandardLibrary(std::abs(number), conversion.letter, precision, room);
+            return ViaStandardLibrary(std::abs(number), conversion.letter, precision, buffer);
         }
     }
-    std::string_view text = ViaCLibrary(number, conversion, precision, room);
+    std::string_view text = ViaCLibrary(number, conversion, precision, buffer);
     text.remove_prefix(std::signbit(number) ? 1 : 0);
     return text;
 }
 
 template <class Number>
-NumberText Text(const Conversion& conversion, Number number, DigitRoom& room) {
+NumberText Text(const Conversion& conversion, Number number, DigitBuffer& buffer) {
     const char letter = Lower(conversion.letter);
     NumberText text;
     if (std::signbit(number)) {
@@ -101,12 +127,12 @@ NumberText Text(const Conversion& conversion, Number number, DigitRoom& room) {
     if (precision < 0 && letter != 'a') {
         precision = kDefaultPrecision;
     }
-    // Digits that are known to be zeros are not asked for, nor stored.
+    // Digits that are known to be zeros are neither computed nor stored.
     const int asked = std::min(precision, kMostFraction<Number>);
     if (letter != 'g' || conversion.alternate) {
         text.trailingZeros = precision - asked;
     }
-    std::string_view digits = Digits(number, conversion, asked, room);
+    std::string_view digits = Digits(number, conversion, asked, buffer);
     if (letter == 'a') {
         text.AddPrefix('0');
         text.AddPrefix(conversion.letter == 'a' ? 'x' : 'X');
@@ -140,9 +166,9 @@ std::int64_t Bound(const Conversion& conversion, Number number) {
 
 }  // namespace
 
-NumberText FloatingText(const Conversion& conversion, const Argument& argument, DigitRoom& room) {
-    return conversion.length == Length::kLongDouble ? Text(conversion, argument.longNumber, room)
-                                                    : Text(conversion, argument.number, room);
+NumberText FloatingText(const Conversion& conversion, const Argument& argument, DigitBuffer& buffer) {
+    return conversion.length == Length::kLongDouble ? Text(conversion, argument.longNumber, buffer)
+                                                    : Text(conversion, argument.number, buffer);
 }
 
 std::int64_t FloatingBound(const Conversion& conversion, const Argument& argument) {
@@ -150,4 +176,4 @@ std::int64_t FloatingBound(const Conversion& conversion, const Argument& argumen
                                                     : Bound(conversion, argument.number);
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

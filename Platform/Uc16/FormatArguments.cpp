@@ -5,12 +5,14 @@
 #include <cstdlib>
 #include <limits>
 
-namespace Uc16 {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Uc16 {
 
 namespace {
 
-/// Whether the conversion takes its measures in the manner in which it takes its argument.
-bool IsOfOneManner(const Conversion& conversion) {
+/// Whether the conversion takes width and precision by position exactly where it takes its argument so.
+bool HasOneOrder(const Conversion& conversion) {
     const auto agrees = [&](const Measure& measure) {
         return measure.argument == 0 || (measure.argument > 0) == (conversion.position > 0);
     };
@@ -46,7 +48,7 @@ void Arguments::ReadPositions(const unsigned short* rest) {
         Conversion conversion;
         rest = ParseConversion(rest, conversion);
         const ArgumentKind kind = KindOf(conversion);
-        if (kind != ArgumentKind::kNone && conversion.position > 0 && IsOfOneManner(conversion)) {
+        if (kind != ArgumentKind::kNone && conversion.position > 0 && HasOneOrder(conversion)) {
             NoteKind(conversion.position, kind);
             NoteKind(conversion.width.argument, ArgumentKind::kInt);
             NoteKind(conversion.precision.argument, ArgumentKind::kInt);
@@ -77,24 +79,24 @@ int Arguments::TakeMeasure(const Measure& measure) {
 
 bool Arguments::TakeSeveral(Conversion& conversion, Argument& argument, const unsigned short* rest) {
     const ArgumentKind kind = KindOf(conversion);
-    const Manner manner = conversion.position > 0 ? Manner::kByPosition : Manner::kInOrder;
-    if (!IsOfOneManner(conversion) || (m_Manner != Manner::kUndecided && m_Manner != manner)) {
+    const Order order = conversion.position > 0 ? Order::kByPosition : Order::kAsPassed;
+    if (!HasOneOrder(conversion) || (m_Order != Order::kUndecided && m_Order != order)) {
         return false;
     }
-    if (manner == Manner::kByPosition) {
-        if (m_Manner == Manner::kUndecided) {
+    if (order == Order::kByPosition) {
+        if (m_Order == Order::kUndecided) {
             ReadPositions(rest);
         }
         const auto isThere = [&](const Measure& measure) {
             return measure.argument == 0 || Has(measure.argument, ArgumentKind::kInt);
         };
         if (!Has(conversion.position, kind) || !isThere(conversion.width) || !isThere(conversion.precision)) {
-            // The manner is decided all the same: what has been fetched cannot be fetched again.
-            m_Manner = manner;
+            // The order is decided all the same: what has been fetched cannot be fetched again.
+            m_Order = order;
             return false;
         }
     }
-    m_Manner = manner;
+    m_Order = order;
     if (conversion.width.argument != 0) {
         SetWidth(conversion, TakeMeasure(conversion.width));
     }
@@ -105,4 +107,4 @@ bool Arguments::TakeSeveral(Conversion& conversion, Argument& argument, const un
     return true;
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

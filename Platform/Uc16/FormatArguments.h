@@ -7,10 +7,10 @@
 
 #include "Platform/Uc16/FormatConversion.h"
 
-namespace Uc16 {
+namespace Lum::Internal::Uc16 {
 
-/// The member that the kind names is set; an int is in `integer` too, its sign extended. Filled in place:
-/// a copy of the whole just behind a write of a part stalls the processor.
+/// The member that the kind names is set; an int is in `integer` too, its sign extended. Filled by reference,
+/// because copying the whole union right after writing a part of it stalls the processor.
 union Argument {
     std::int64_t integer;
     double number;
@@ -21,28 +21,28 @@ union Argument {
 /// Hands out the arguments of one call.
 class Arguments {
 public:
-    /// Copies `args`, whose owner's stays where it is.
+    /// Works on a copy: the caller's `args` is not advanced.
     explicit Arguments(va_list args) { va_copy(m_List, args); }
     ~Arguments() { va_end(m_List); }
     Arguments(const Arguments&) = delete;
     Arguments& operator=(const Arguments&) = delete;
 
-    /// Takes the arguments of a conversion that has any, width and precision first, and stores these in
-    /// it: the width positive, a negative precision as none. False, with nothing taken, if the conversion
-    /// has its arguments in another manner or of another kind than those before. `rest` is the format from
-    /// the conversion's percent sign on: the first position that is seen looks ahead.
+    /// Takes the arguments of a conversion that has any, width and precision first, and stores these in it: the
+    /// width positive, a negative precision as none. False, with nothing taken, if the conversion has positions
+    /// where the first one had none, or the reverse, or reads a position as another kind than before. `rest` is
+    /// the format from the conversion's percent sign on: the first position makes it read ahead.
     bool Take(Conversion& conversion, Argument& argument, const unsigned short* rest) {
-        if (m_Manner == Manner::kByPosition || conversion.position != 0 || conversion.width.argument != 0 ||
+        if (m_Order == Order::kByPosition || conversion.position != 0 || conversion.width.argument != 0 ||
             conversion.precision.argument != 0) {
             return TakeSeveral(conversion, argument, rest);
         }
-        m_Manner = Manner::kInOrder;
+        m_Order = Order::kAsPassed;
         Next(KindOf(conversion), argument);
         return true;
     }
 
 private:
-    enum class Manner : std::uint8_t { kUndecided, kInOrder, kByPosition };
+    enum class Order : std::uint8_t { kUndecided, kAsPassed, kByPosition };
     static constexpr int kMostPositions = 64;
 
     // NOLINTBEGIN(clang-analyzer-valist.Uninitialized): it does not see the constructor's va_copy.
@@ -74,10 +74,10 @@ private:
     int TakeMeasure(const Measure& measure);
 
     va_list m_List;
-    Manner m_Manner = Manner::kUndecided;
+    Order m_Order = Order::kUndecided;
     // Set when the first position is seen.
     std::array<ArgumentKind, kMostPositions> m_Kinds;
     std::array<Argument, kMostPositions> m_Values;
 };
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

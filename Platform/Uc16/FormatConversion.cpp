@@ -3,7 +3,9 @@
 
 #include <limits>
 
-namespace Uc16 {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Uc16 {
 
 namespace {
 
@@ -131,4 +133,4 @@ const unsigned short* ParseParts(const unsigned short* at, Conversion& conversio
     return at + 1;
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

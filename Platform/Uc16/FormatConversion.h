@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace Uc16 {
+namespace Lum::Internal::Uc16 {
 
 enum class Action : std::uint8_t {
     kUnknown,
@@ -121,4 +121,4 @@ inline ArgumentKind KindOf(const Conversion& conversion) {
     }
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

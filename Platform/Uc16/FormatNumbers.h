@@ -1,4 +1,4 @@
-// The text of numbers, as the C library has it in the "C" locale, and how long it can be.
+// The text of numbers, as the C library writes it in the "C" locale, and how long it can be.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 #include "Platform/Uc16/FormatArguments.h"
 #include "Platform/Uc16/FormatConversion.h"
 
-namespace Uc16 {
+namespace Lum::Internal::Uc16 {
 
 /// A number in the order of its parts. A field's spaces stand around them, its zeros behind the prefix.
 struct NumberText {
@@ -24,10 +24,10 @@ struct NumberText {
     void AddPrefix(char c) { prefix[prefixSize++] = c; }
 };
 
-/// Where digits are put together; what a NumberText looks at lives as long.
-struct DigitRoom {
-    std::array<char, 1536> characters;  // every double with every digit that it has
-    std::string more;                   // a long double that needs more
+/// Where digits are written. It has to outlive the NumberText that refers to them.
+struct DigitBuffer {
+    std::array<char, 1536> characters;  // enough for every digit of every double
+    std::string more;                   // for a long double that needs more
 };
 
 /// Whether the conversion gives an integer's text: a signed, unsigned, or pointer one, but no null pointer.
@@ -36,12 +36,12 @@ inline bool IsInteger(const Conversion& conversion, const Argument& argument) {
            (conversion.action == Action::kPointer && argument.pointer != nullptr);
 }
 /// The text of such a conversion.
-NumberText IntegerText(const Conversion& conversion, const Argument& argument, DigitRoom& room);
+NumberText IntegerText(const Conversion& conversion, const Argument& argument, DigitBuffer& buffer);
 /// The text of a floating conversion.
-NumberText FloatingText(const Conversion& conversion, const Argument& argument, DigitRoom& room);
+NumberText FloatingText(const Conversion& conversion, const Argument& argument, DigitBuffer& buffer);
 
-/// Not less than the length of the texts above, without their making.
+/// Upper bounds of the lengths of the texts above, found without making them.
 std::int64_t IntegerBound(const Conversion& conversion);
 std::int64_t FloatingBound(const Conversion& conversion, const Argument& argument);
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

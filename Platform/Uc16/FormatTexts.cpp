@@ -4,10 +4,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "Platform/Uc16/NarrowText.h"
-#include "Platform/Uc16/UnitRun.h"
+#include "Source/Base/UnitText.h"
 
-namespace Uc16 {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Uc16 {
 
 namespace {
 
@@ -19,7 +20,7 @@ bool IsNarrow(const Conversion& conversion) {
 
 std::size_t LengthUpTo(const AnyUnit* text, std::size_t limit) {
     if (limit == kNoLimit) {
-        return CountBefore<0>(text, {});
+        return CountUnits(text);
     }
     std::size_t length = 0;
     while (length < limit && text[length] != 0) {
@@ -82,4 +83,4 @@ std::size_t FieldText::Write(unsigned short* to, std::size_t count) const {
     return count;
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

@@ -1,60 +1,30 @@
-// Integers by hand: two decimal digits at a step, from the last.
+// Integers: sign, prefix and digits.
 #include <algorithm>
+#include <charconv>
 
 #include "Platform/Uc16/FormatNumbers.h"
 
-namespace Uc16 {
+using namespace Lum::Internal;
+
+namespace Lum::Internal::Uc16 {
 
 namespace {
 
-constexpr std::array<char, 200> kPairs = [] {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+/// Writes the digits to the front of the buffer, none for 0, and returns their number.
+std::size_t WriteDigits(DigitBuffer& buffer, std::uint64_t value, char letter) {
+    if (value == 0) {
+        return 0;
     }
-    return pairs;
-}();
-
-// Each writes digits in front of `end`, none for 0, and returns where they begin.
-template <class Number>
-char* WriteDecimal(char* end, Number value) {
-    for (; value >= 100; value /= 100) {
-        const char* const pair = &kPairs[static_cast<std::size_t>(value % 100) * 2];
-        *--end = pair[1];
-        *--end = pair[0];
+    const int base = letter == 'o' ? 8 : letter == 'x' || letter == 'X' || letter == 'p' ? 16 : 10;
+    char* const first = buffer.characters.data();
+    char* const last = first + buffer.characters.size();
+    // Short divisions are cheap, and most numbers are short.
+    char* const end = value <= UINT32_MAX ? std::to_chars(first, last, static_cast<std::uint32_t>(value), base).ptr
+                                          : std::to_chars(first, last, value, base).ptr;
+    if (letter == 'X') {
+        std::transform(first, end, first, [](char c) { return c >= 'a' ? static_cast<char>(c - 0x20) : c; });
     }
-    if (value >= 10) {
-        *--end = kPairs[static_cast<std::size_t>(value) * 2 + 1];
-        value /= 10;
-    }
-    if (value > 0) {
-        *--end = static_cast<char>('0' + value);
-    }
-    return end;
-}
-
-char* WriteBits(char* end, std::uint64_t value, unsigned bitsOfDigit, const char* digits) {
-    for (; value > 0; value >>= bitsOfDigit) {
-        *--end = digits[value & ((1U << bitsOfDigit) - 1)];
-    }
-    return end;
-}
-
-char* WriteDigits(char* end, std::uint64_t value, char letter) {
-    switch (letter) {
-        case 'o':
-            return WriteBits(end, value, 3, "01234567");
-        case 'p':
-        case 'x':
-            return WriteBits(end, value, 4, "0123456789abcdef");
-        case 'X':
-            return WriteBits(end, value, 4, "0123456789ABCDEF");
-        default:
-            // Short divisions are cheap, and most numbers are short.
-            return value <= UINT32_MAX ? WriteDecimal(end, static_cast<std::uint32_t>(value))
-                                       : WriteDecimal(end, value);
-    }
+    return static_cast<std::size_t>(end - first);
 }
 
 /// What the conversion makes of the integer: its low bytes, with or without a sign.
@@ -68,7 +38,7 @@ std::int64_t Narrowed(const Conversion& conversion, std::int64_t value) {
 
 }  // namespace
 
-NumberText IntegerText(const Conversion& conversion, const Argument& argument, DigitRoom& room) {
+NumberText IntegerText(const Conversion& conversion, const Argument& argument, DigitBuffer& buffer) {
     const bool isPointer = conversion.action == Action::kPointer;
     const std::int64_t value = isPointer ? static_cast<std::int64_t>(reinterpret_cast<std::uintptr_t>(argument.pointer))
                                          : Narrowed(conversion, argument.integer);
@@ -86,10 +56,8 @@ NumberText IntegerText(const Conversion& conversion, const Argument& argument, D
         text.AddPrefix('0');
         text.AddPrefix(conversion.letter == 'X' ? 'X' : 'x');
     }
-    char* const end = room.characters.data() + 64;
-    const char* const first = WriteDigits(end, magnitude, conversion.letter);
-    text.digits = {first, static_cast<std::size_t>(end - first)};
-    const int size = static_cast<int>(end - first);
+    text.digits = {buffer.characters.data(), WriteDigits(buffer, magnitude, conversion.letter)};
+    const int size = static_cast<int>(text.digits.size());
     text.leadingZeros = std::max(conversion.precision.value < 0 ? 1 : conversion.precision.value, size) - size;
     if (conversion.letter == 'o' && conversion.alternate && text.leadingZeros == 0) {
         text.leadingZeros = 1;
@@ -105,4 +73,4 @@ std::int64_t IntegerBound(const Conversion& conversion) {
     return std::max<std::int64_t>(digits, std::int64_t{conversion.precision.value} + 3);
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16

@@ -1,80 +1,50 @@
 // Texts between 16-bit units and the application's encoding, through the text encoding services.
-#include "Platform/Uc16/NarrowText.h"
-
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <span>
 
-#include "Platform/TextEncoding/TextEncodingConverter.h"
+#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/Uc16/FormatTexts.h"
 #include "Platform/Uc16/Uc16.h"
-#include "Platform/Uc16/UnitRun.h"
+#include "Source/Base/UnitText.h"
+
+using namespace Lum::Internal;
 
 namespace {
 
 constexpr TextEncoding kUtf16 =
     CreateTextEncoding(kTextEncodingUnicodeDefault, kTextEncodingDefaultVariant, kUnicode16BitFormat);
 
-/// What one call has read and written, in bytes.
-struct Step {
-    OSStatus status = noErr;
-    ByteCount read = 0;
-    ByteCount written = 0;
-};
+using TextConversion::OwnedConverter;
 
-class Converter {
-public:
-    /// Without a converter for the encodings, every text is empty.
-    Converter(TextEncoding from, TextEncoding to) {
-        if (TECCreateConverter(&m_Converter, from, to) != noErr) {
-            m_Converter = nullptr;
-        }
-    }
-    ~Converter() {
-        if (m_Converter != nullptr) {
-            TECDisposeConverter(m_Converter);
-        }
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    Step Convert(const void* from, std::size_t size, void* to, std::size_t room) {
-        Step step{kTECNoConversionPathErr};
-        if (m_Converter != nullptr) {
-            step.status = TECConvertText(m_Converter, static_cast<ConstTextPtr>(from), size, &step.read,
-                                         static_cast<TextPtr>(to), room, &step.written);
-        }
-        return step;
-    }
-    std::size_t Flush(void* to, std::size_t room) {
-        Step step;
-        if (m_Converter != nullptr) {
-            TECFlushText(m_Converter, static_cast<TextPtr>(to), room, &step.written);
-        }
-        return step.written;
-    }
-
-private:
-    TECObjectRef m_Converter = nullptr;
-};
+template <class Unit>
+std::span<const unsigned char> BytesOf(const Unit* units, std::size_t count) {
+    return {reinterpret_cast<ConstTextPtr>(units), count * sizeof(Unit)};
+}
+template <class Unit>
+std::span<unsigned char> BytesOf(Unit* units, std::size_t count) {
+    return {reinterpret_cast<TextPtr>(units), count * sizeof(Unit)};
+}
 
 }  // namespace
 
-namespace Uc16 {
+namespace Lum::Internal::Uc16 {
 
 std::size_t NarrowToUnits(const char* text, std::size_t limit, unsigned short* units) {
     std::array<unsigned short, 256> counted;
-    Converter converter(GetApplicationTextEncoding(), kUtf16);
+    const OwnedConverter converter(GetApplicationTextEncoding(), kUtf16);
     std::size_t made = 0;
     std::size_t pending = 0;  // bytes of a character whose end has not been read
     while (made < limit) {
-        // A byte gives one unit at most, so the text has as many bytes as units are missing, or its NUL.
-        const std::size_t room = std::min(limit - made, counted.size());
-        const std::size_t size = strnlen(text, std::max(room, pending + 1));
+        // A byte becomes one unit at most, so the text has as many bytes as units are missing, or ends with its NUL.
+        const std::size_t capacity = std::min(limit - made, counted.size());
+        const std::size_t size = strnlen(text, std::max(capacity, pending + 1));
         if (size <= pending) {
             break;
         }
-        const Step step = converter.Convert(text, size, units != nullptr ? units + made : counted.data(),
-                                            room * sizeof(unsigned short));
+        const auto step =
+            converter.Convert(BytesOf(text, size), BytesOf(units != nullptr ? units + made : counted.data(), capacity));
         text += step.read;
         made += step.written / sizeof(unsigned short);
         pending = size - step.read;
@@ -87,13 +57,13 @@ std::size_t NarrowToUnits(const char* text, std::size_t limit, unsigned short* u
     return made;
 }
 
-}  // namespace Uc16
+}  // namespace Lum::Internal::Uc16
 
 std::size_t uc16_wcstombs(char* bytes, const unsigned short* text, std::size_t size) {
-    Converter converter(kUtf16, GetApplicationTextEncoding());
-    const std::size_t length = Uc16::CountBefore<0>(text, {});
-    std::size_t written = converter.Convert(text, length * sizeof(unsigned short), bytes, size).written;
-    written += converter.Flush(bytes + written, size - written);
+    const OwnedConverter converter(kUtf16, GetApplicationTextEncoding());
+    const std::size_t length = CountUnits(text);
+    std::size_t written = converter.Convert(BytesOf(text, length), BytesOf(bytes, size)).written;
+    written += converter.Flush(BytesOf(bytes + written, size - written)).written;
     if (written < size) {
         bytes[written] = '\0';
     }

@@ -29,26 +29,26 @@ const unsigned short* uc16_wcspbrk(const unsigned short* text, const unsigned sh
 //   %%            a percent sign
 //
 // Width and precision count units of the result. A null text is "(null)", cut by a precision like any
-// other. What is not a conversion of C, or has a length modifier that does not belong to it, stands in
-// the result as it stands in the format and takes no argument.
+// other. What is not a conversion of C, or has a length modifier that does not belong to it, is copied to
+// the result and takes no argument.
 //
 // Positions ("%2$s %1$*3$d") go up to 64; one between others that no conversion names is taken to be an
-// int. The first conversion decides between positions and arguments in their order. One of the other
-// manner, or that reads a position as another type than the first one did, stands as it stands.
+// int. The first conversion decides between positions and arguments in their order. One that differs in this,
+// or that reads a position as another type than the first one did, is copied to the result.
 
 /// The units that uc16_vswprintf needs for these arguments, terminator included: never too small, exact
-/// but for numbers. -1 if no int holds that. Formats no number. The caller's `args` stays where it is.
+/// but for numbers. -1 if no int holds that. Formats no number. The caller's `args` is not advanced.
 int uc16_estimateformatsize(const unsigned short* format, va_list args);
 /// Formats into a buffer of `size` units, and cuts what does not fit. Returns the units written without
 /// the terminator, which is always there (unless `size` is 0: nothing is written). The caller's `args`
-/// stays where it is. May throw std::bad_alloc for a long double of more than 1,500 digits.
+/// is not advanced. May throw std::bad_alloc for a long double of more than 1,500 digits.
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args);
 
 // --- Copies ---
 
 /// Writes `text` to `bytes` in the application's encoding, whole characters only and at most `size`
-/// bytes, and a NUL if there is room for it. Returns the bytes written without the NUL. The text ends
+/// bytes, and a NUL if it fits. Returns the bytes written without the NUL. The text ends
 /// before the first character that is malformed or that the encoding does not have.
 std::size_t uc16_wcstombs(char* bytes, const unsigned short* text, std::size_t size);
-/// Copies `units` units between places that do not overlap; returns `to`.
+/// Copies `units` units; the two ranges do not overlap. Returns `to`.
 unsigned short* uc16_wmemcpy(unsigned short* to, const unsigned short* from, std::size_t units);

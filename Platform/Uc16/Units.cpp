@@ -1,13 +1,13 @@
-// Spans over sets of units, and copies. The few units that separate most texts are compared with: a
-// caller that cuts a text into short pieces pays for no table.
+// Spans over sets of units, and copies. Sets of up to four units are compared with directly, so that a caller
+// that cuts a text into short pieces does not pay for a table.
 #include <array>
 #include <cstdint>
 #include <cstring>
 
 #include "Platform/Uc16/Uc16.h"
-#include "Platform/Uc16/UnitRun.h"
+#include "Source/Base/UnitText.h"
 
-using Uc16::CountBefore;
+using namespace Lum::Internal;
 
 namespace {
 
@@ -18,8 +18,8 @@ bool IsListed(const unsigned short* set, unsigned short unit) {
     return *set != 0;
 }
 
-/// A set as one bit for each low byte of its members. Where a member lies above the first 256 units, the
-/// bit only says that it is worth to read the list.
+/// A set as one bit for each low byte of its members. If a member is above 255, a set bit only means that the
+/// list has to be searched.
 class SetMap {
 public:
     explicit SetMap(const unsigned short* set) : m_Set(set) {
@@ -53,7 +53,8 @@ std::size_t Until(const unsigned short* text, Condition ends) {
 }  // namespace
 
 std::size_t uc16_wcsspn(const unsigned short* text, const unsigned short* set) {
-    // Mostly no unit is in the set, and no table worth its making. From here on the set is not empty.
+    // Mostly the first unit is not in the set, and a table would cost more than it saves. From here on the set is
+    // not empty.
     if (!IsListed(set, *text)) {
         return 0;
     }
@@ -72,7 +73,7 @@ std::size_t uc16_wcscspn(const unsigned short* text, const unsigned short* set) 
         return CountBefore<2>(text, {set[0], set[1]});
     }
     if (set[3] == 0 || set[4] == 0) {
-        // Of three, one is asked for twice.
+        // A set of three has its last unit twice.
         return CountBefore<4>(text, {set[0], set[1], set[2], set[3] != 0 ? set[3] : set[2]});
     }
     const SetMap map(set);

@@ -1,10 +1,10 @@
-// Letters and case as ASCII has them, whatever the locale; bytes from 0x80 are no letters.
+// Letters and case as ASCII has them, whatever the locale; values from 0x80 are no letters.
 #pragma once
 
 #include <cstddef>
 #include <string_view>
 
-namespace Lum {
+namespace Lum::Internal {
 
 constexpr bool IsAsciiUpper(char c) noexcept { return c >= 'A' && c <= 'Z'; }
 
@@ -41,4 +41,16 @@ constexpr bool EqualIgnoringAsciiCase(std::string_view a, std::string_view b) no
     return a.size() == b.size() && CompareIgnoringAsciiCase(a, b) == 0;
 }
 
-}  // namespace Lum
+/// Changes each of the 26 letters from `first` on among the `size` units at `units` to its other case. Free of
+/// branches, so that the compiler makes vector code of it.
+inline void SwapAsciiCase(unsigned short* units, std::size_t size, unsigned short first) noexcept {
+    for (std::size_t i = 0; i < size; ++i) {
+        const bool isLetter = units[i] >= first && units[i] < first + 26;
+        units[i] = static_cast<unsigned short>(units[i] ^ (isLetter ? 0x20U : 0U));
+    }
+}
+
+inline void ToAsciiUpper(unsigned short* units, std::size_t size) noexcept { SwapAsciiCase(units, size, 'a'); }
+inline void ToAsciiLower(unsigned short* units, std::size_t size) noexcept { SwapAsciiCase(units, size, 'A'); }
+
+}  // namespace Lum::Internal

@@ -1,4 +1,5 @@
-// Sixteen bytes at a step in plain C++: the definition of what every faster Block16 answers.
+// Sixteen bytes in plain C++, and the ranges that they are compared with: the definition of what every
+// faster Block16 answers.
 #pragma once
 
 #include <array>
@@ -6,9 +7,32 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Source/Base/ByteRange.h"
+namespace Lum::Internal {
 
-namespace Lum::Plain {
+/// A closed range of byte values, taken unsigned; `low` <= `high`.
+struct ByteRange {
+    unsigned char low = 0;
+    unsigned char high = 0;
+};
+
+/// Ranges spread to the width of a block, so that a comparison loads them as they are.
+template <std::size_t N>
+struct ByteRanges {
+    using Lanes = std::array<unsigned char, 16>;
+
+    constexpr ByteRanges() noexcept = default;
+    constexpr explicit ByteRanges(const std::array<ByteRange, N>& ranges) noexcept {
+        for (std::size_t i = 0; i < N; ++i) {
+            low[i].fill(ranges[i].low);
+            width[i].fill(static_cast<unsigned char>(ranges[i].high - ranges[i].low));
+        }
+    }
+
+    alignas(16) std::array<Lanes, N> low{};
+    alignas(16) std::array<Lanes, N> width{};  ///< The range's last value less its first.
+};
+
+namespace Plain {
 
 class Block16 {
 public:
@@ -62,4 +86,6 @@ private:
     std::array<unsigned char, 16> m_Bytes;
 };
 
-}  // namespace Lum::Plain
+}  // namespace Plain
+
+}  // namespace Lum::Internal

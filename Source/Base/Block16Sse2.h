@@ -1,4 +1,4 @@
-// Sixteen bytes at a step with SSE2, which every 64-bit x86 processor has.
+// Sixteen bytes with SSE2, which every 64-bit x86 processor has.
 #pragma once
 
 #include <emmintrin.h>
@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Source/Base/ByteRange.h"
+#include "Source/Base/Block16Plain.h"
 
-namespace Lum::Sse2 {
+namespace Lum::Internal::Sse2 {
 
 /// Answers as Plain::Block16 does.
 class Block16 {
@@ -18,8 +18,8 @@ public:
         return Block16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from)));
     }
     static Block16 LoadShort(const char* from, std::size_t size) noexcept {
-        // Put together in registers from loads that overlap: a detour through memory would have to
-        // wait until all the small stores are there.
+        // Put together in registers from loads that overlap. A block put together in memory would have
+        // to wait for all the small stores.
         std::uint64_t low = 0;
         std::uint64_t high = 0;
         if (size >= 16) {
@@ -67,7 +67,7 @@ private:
 
     static std::uint32_t Bits(__m128i lanes) noexcept { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
     static __m128i Same(__m128i bytes, char c) noexcept { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); }
-    /// Shifted down by `low`, the range is [0, width], and the unsigned minimum tells.
+    /// Shifted down by `low`, the range is [0, width]: a byte in it is its own minimum with `width`.
     static __m128i Within(__m128i bytes, __m128i low, __m128i width) noexcept {
         const __m128i shifted = _mm_sub_epi8(bytes, low);
         return _mm_cmpeq_epi8(_mm_min_epu8(shifted, width), shifted);
@@ -89,4 +89,4 @@ private:
     __m128i m_Bytes;
 };
 
-}  // namespace Lum::Sse2
+}  // namespace Lum::Internal::Sse2

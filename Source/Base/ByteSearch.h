@@ -1,4 +1,4 @@
-// Finds a byte in a text sixteen bytes at a step, in both directions.
+// Finds a byte in a text, sixteen bytes a step, in both directions.
 //
 // The last block overlaps the one before it, so that nothing outside the text is read; texts below
 // sixteen bytes are searched byte by byte.
@@ -10,9 +10,9 @@
 
 #include "Source/Base/Block16.h"
 
-namespace Lum {
+namespace Lum::Internal {
 
-/// The place of the first `wanted` in `text`, or npos.
+/// The position of the first `wanted` in `text`, or npos.
 template <class Block = Block16>
 std::size_t FindFirst(std::string_view text, char wanted) noexcept {
     constexpr std::size_t step = 16;
@@ -35,7 +35,7 @@ std::size_t FindFirst(std::string_view text, char wanted) noexcept {
     return bits != 0 ? last + static_cast<std::size_t>(std::countr_zero(bits)) : std::string_view::npos;
 }
 
-/// The place of the last `wanted` in `text`, or npos.
+/// The position of the last `wanted` in `text`, or npos.
 template <class Block = Block16>
 std::size_t FindLast(std::string_view text, char wanted) noexcept {
     constexpr std::size_t step = 16;
@@ -56,4 +56,4 @@ std::size_t FindLast(std::string_view text, char wanted) noexcept {
     return std::string_view::npos;
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace Lum {
+namespace Lum::Internal {
 
 /// Byte c is a member when bit (c mod 8) of byte (c div 8) is set.
 class CharBitMap {
@@ -31,4 +31,4 @@ private:
 
 static_assert(sizeof(CharBitMap) == 32);
 
-}  // namespace Lum
+}  // namespace Lum::Internal

@@ -6,9 +6,9 @@
 #include <new>
 #include <string>
 
-namespace Lum {
+namespace Lum::Internal {
 
-/// Reserves room for `size` bytes; what no string can hold is a failed allocation.
+/// Reserves capacity for `size` bytes. Throws std::bad_alloc for a size that no string can hold.
 inline void ReserveFor(std::string& text, std::uint64_t size) {
     if (size > text.max_size()) {
         throw std::bad_alloc();
@@ -16,4 +16,4 @@ inline void ReserveFor(std::string& text, std::uint64_t size) {
     text.reserve(static_cast<std::size_t>(size));
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

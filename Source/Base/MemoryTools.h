@@ -1,5 +1,4 @@
-// What the address sanitizer is told about memory that we deal out ourselves. Without the sanitizer
-// these do nothing.
+// Marks memory that our own pools hand out for the address sanitizer. Without the sanitizer these do nothing.
 #pragma once
 
 #include <cstddef>
@@ -17,20 +16,20 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
-namespace Lum {
+namespace Lum::Internal {
 
 #ifdef LUM_ADDRESS_SANITIZER
-inline constexpr bool kIsMemoryWatched = true;
+inline constexpr bool kIsMemoryChecked = true;
 /// Any access is a fault from now on.
 inline void PoisonMemory(const void* start, std::size_t size) noexcept { __asan_poison_memory_region(start, size); }
 inline void UnpoisonMemory(const void* start, std::size_t size) noexcept { __asan_unpoison_memory_region(start, size); }
-/// A heap block that is kept for the life of the process on purpose, and what it points to.
+/// Tells the leak checker that a heap block, and what it points to, is kept for the life of the process.
 inline void IgnoreLeak(const void* block) noexcept { __lsan_ignore_object(block); }
 #else
-inline constexpr bool kIsMemoryWatched = false;
+inline constexpr bool kIsMemoryChecked = false;
 inline void PoisonMemory(const void* /*start*/, std::size_t /*size*/) noexcept {}
 inline void UnpoisonMemory(const void* /*start*/, std::size_t /*size*/) noexcept {}
 inline void IgnoreLeak(const void* /*block*/) noexcept {}
 #endif
 
-}  // namespace Lum
+}  // namespace Lum::Internal

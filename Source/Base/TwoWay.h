@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace Lum {
+namespace Lum::Internal {
 
 class TwoWay {
 public:
@@ -25,7 +25,7 @@ public:
 
     /// Where the needle first stands in [first, last), or null.
     [[nodiscard]] const unsigned short* Find(const unsigned short* first, const unsigned short* last) const noexcept {
-        // The needle's units before this place are known to stand there, from before the last jump.
+        // So many of the needle's first units are known to match, from before the last jump.
         std::size_t known = 0;
         while (static_cast<std::size_t>(last - first) >= m_Size) {
             std::size_t i = std::max(m_Cut, known);
@@ -93,4 +93,4 @@ private:
     bool m_IsPeriodic;
 };
 
-}  // namespace Lum
+}  // namespace Lum::Internal

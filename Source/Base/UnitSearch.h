@@ -1,16 +1,14 @@
-// Searches runs of 16-bit units. Pointers to what was found; null where there is none.
+// Searches runs of 16-bit units. Each search returns a pointer to what was found, or null.
 //
-// Nothing outside the runs is read. A 0 is a unit like any other, except to CountUnits.
+// Nothing outside the runs is read. A 0 is a unit like any other. Lengths of 0-terminated texts are
+// UnitText.h's.
 #pragma once
 
 #include <cstddef>
 
-#include "Source/Base/UnitLength.h"
+#include "Source/Base/UnitText.h"
 
-namespace Lum {
-
-// How many units stand before the first 0: std::size_t CountUnits(const unsigned short* text), from
-// UnitLength.h.
+namespace Lum::Internal {
 
 /// The first `unit` in [first, last), or null.
 const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept;
@@ -27,4 +25,4 @@ std::size_t CountMatches(const unsigned short* first, const unsigned short* last
 const unsigned short* FindUnits(const unsigned short* first, const unsigned short* last, const unsigned short* needle,
                                 std::size_t size) noexcept;
 
-}  // namespace Lum
+}  // namespace Lum::Internal

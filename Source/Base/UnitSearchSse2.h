@@ -1,4 +1,4 @@
-// Searches of 16-bit units, eight at a step, with SSE2, which every 64-bit x86 processor has.
+// Searches of 16-bit units with SSE2, which every 64-bit x86 processor has: eight units a step.
 //
 // The last step overlaps the one before it, so that nothing outside the runs is read; runs below a
 // step are left to the plain searches. All answer as their plain twins do.
@@ -12,7 +12,7 @@
 
 #include "Source/Base/UnitSearchPlain.h"
 
-namespace Lum::Sse2 {
+namespace Lum::Internal::Sse2 {
 
 inline constexpr std::ptrdiff_t kStep = 8;
 
@@ -28,16 +28,16 @@ inline std::uint32_t LaneBits(__m128i lanes) noexcept { return static_cast<std::
 class UnitLanes {
 public:
     explicit UnitLanes(unsigned short unit) noexcept : m_Wanted(Spread(unit)) {}
-    [[nodiscard]] __m128i Likely(const unsigned short* at) const noexcept {
+    [[nodiscard]] __m128i Candidates(const unsigned short* at) const noexcept {
         return _mm_cmpeq_epi16(LoadUnits(at), m_Wanted);
     }
-    [[nodiscard]] __m128i Sure(const unsigned short* at) const noexcept { return Likely(at); }
+    [[nodiscard]] __m128i Matches(const unsigned short* at) const noexcept { return Candidates(at); }
 
 private:
     __m128i m_Wanted;
 };
 
-/// Lanes of ones where the marks stand at their distances.
+/// Lanes of ones where the marks stand at their offsets.
 class MarkLanes {
 public:
     explicit MarkLanes(const NeedleMarks& marks) noexcept : m_Marks(marks) {
@@ -46,12 +46,12 @@ public:
         }
     }
     /// For the first two marks.
-    [[nodiscard]] __m128i Likely(const unsigned short* at) const noexcept {
+    [[nodiscard]] __m128i Candidates(const unsigned short* at) const noexcept {
         return _mm_and_si128(ForMark(0, at), ForMark(1, at));
     }
-    /// For all marks. How soon they rule a place out cannot be foreseen: no branch depends on it.
-    [[nodiscard]] __m128i Sure(const unsigned short* at) const noexcept {
-        __m128i lanes = Likely(at);
+    /// For all marks. How many are needed to rule a position out cannot be predicted: no branch depends on it.
+    [[nodiscard]] __m128i Matches(const unsigned short* at) const noexcept {
+        __m128i lanes = Candidates(at);
         for (std::size_t i = 2; i < m_Marks.Count(); ++i) {
             lanes = _mm_and_si128(lanes, ForMark(i, at));
         }
@@ -60,46 +60,45 @@ public:
 
 private:
     [[nodiscard]] __m128i ForMark(std::size_t i, const unsigned short* at) const noexcept {
-        return _mm_cmpeq_epi16(LoadUnits(at + m_Marks.Place(i)), m_Units[i]);
+        return _mm_cmpeq_epi16(LoadUnits(at + m_Marks.Offset(i)), m_Units[i]);
     }
 
     const NeedleMarks& m_Marks;
     __m128i m_Units[NeedleMarks::kMost];
 };
 
-/// One bit for each unit of four steps. Where among them a place lies cannot be foreseen: no branch
-/// depends on it.
+/// One bit for each unit of four steps. Which of them is set cannot be predicted: no branch depends
+/// on it.
 template <class Lanes>
 std::uint64_t StrideBits(const Lanes& lanes, const unsigned short* at) noexcept {
     const auto bits = [&](const unsigned short* pair) {
-        return LaneBits(_mm_packs_epi16(lanes.Sure(pair), lanes.Sure(pair + kStep)));
+        return LaneBits(_mm_packs_epi16(lanes.Matches(pair), lanes.Matches(pair + kStep)));
     };
     return bits(at) | std::uint64_t{bits(at + 2 * kStep)} << 2 * kStep;
 }
 
-/// The first place in [first, last), at least a step, whose lane is set; or null.
+/// The first position in [first, last), at least a step, whose lane is set; or null.
 template <class Lanes, class Wanted>
-const unsigned short* FindPlace(const unsigned short* first, const unsigned short* last,
-                                const Wanted& wanted) noexcept {
+const unsigned short* FindLane(const unsigned short* first, const unsigned short* last, const Wanted& wanted) noexcept {
     constexpr std::ptrdiff_t stride = 4 * kStep;
     const Lanes lanes(wanted);
     const unsigned short* at = first;
     if (last - first < stride) {
         for (; last - at > kStep; at += kStep) {
-            if (const auto bits = LaneBits(lanes.Sure(at)); bits != 0) {
+            if (const auto bits = LaneBits(lanes.Matches(at)); bits != 0) {
                 return at + std::countr_zero(bits) / 2;
             }
         }
-        const auto bits = LaneBits(lanes.Sure(last - kStep));
+        const auto bits = LaneBits(lanes.Matches(last - kStep));
         return bits != 0 ? last - kStep + std::countr_zero(bits) / 2 : nullptr;
     }
     std::uint64_t bits = StrideBits(lanes, at);
     if (bits == 0) {
-        // On from where no load lies across two cache lines.
+        // Go on from an address at which no load crosses a cache line.
         at += stride - static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(at) / sizeof *at % kStep);
         for (; bits == 0 && last - at > stride; at += stride) {
-            const __m128i a = _mm_or_si128(lanes.Likely(at), lanes.Likely(at + kStep));
-            const __m128i b = _mm_or_si128(lanes.Likely(at + 2 * kStep), lanes.Likely(at + 3 * kStep));
+            const __m128i a = _mm_or_si128(lanes.Candidates(at), lanes.Candidates(at + kStep));
+            const __m128i b = _mm_or_si128(lanes.Candidates(at + 2 * kStep), lanes.Candidates(at + 3 * kStep));
             if (LaneBits(_mm_or_si128(a, b)) != 0 && (bits = StrideBits(lanes, at)) != 0) {
                 break;
             }
@@ -114,12 +113,12 @@ const unsigned short* FindPlace(const unsigned short* first, const unsigned shor
 
 inline const unsigned short* FindUnit(const unsigned short* first, const unsigned short* last,
                                       unsigned short unit) noexcept {
-    return last - first < kStep ? Plain::FindUnit(first, last, unit) : FindPlace<UnitLanes>(first, last, unit);
+    return last - first < kStep ? Plain::FindUnit(first, last, unit) : FindLane<UnitLanes>(first, last, unit);
 }
 
 inline const unsigned short* FindMarks(const unsigned short* first, const unsigned short* last,
                                        const NeedleMarks& marks) noexcept {
-    return last - first < kStep ? Plain::FindMarks(first, last, marks) : FindPlace<MarkLanes>(first, last, marks);
+    return last - first < kStep ? Plain::FindMarks(first, last, marks) : FindLane<MarkLanes>(first, last, marks);
 }
 
 inline const unsigned short* FindLastUnit(const unsigned short* first, const unsigned short* last,
@@ -139,7 +138,7 @@ inline const unsigned short* FindLastUnit(const unsigned short* first, const uns
 }
 
 inline std::size_t CountMatches(const unsigned short* first, const unsigned short* last, unsigned short unit) noexcept {
-    // As often as this, a lane counts without its sign coming into the sum.
+    // A lane counts at most this often before its sum would turn negative.
     constexpr std::ptrdiff_t most = 0x7FFF * kStep;
     const __m128i wanted = Spread(unit);
     std::size_t count = 0;
@@ -156,4 +155,4 @@ inline std::size_t CountMatches(const unsigned short* first, const unsigned shor
     return count + Plain::CountMatches(first, last, unit);
 }
 
-}  // namespace Lum::Sse2
+}  // namespace Lum::Internal::Sse2

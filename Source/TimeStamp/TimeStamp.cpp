@@ -10,6 +10,9 @@
 #include "Source/TimeStamp/TimeText.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
 constexpr std::int64_t kSecondsPerDay = 86'400;
@@ -22,7 +25,7 @@ struct Fields {
     unsigned int fraction;
 };
 
-/// A time before 1601, in which the date's own start may be another day's than the one asked about.
+/// A time before 1601, where the formula's date may be another day's: fields and ticks have to add up all the same.
 [[gnu::cold]] Fields SplitNegative(std::int64_t ticks) noexcept {
     const CivilDate date = DateOfDay(static_cast<std::int32_t>(ticks / TimeStamp::kTicksPerDay));
     const std::int64_t rest = ticks - Detail::DayOfDate(date.year, date.month, date.day) * TimeStamp::kTicksPerDay;

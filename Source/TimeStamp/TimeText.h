@@ -1,5 +1,5 @@
-// Writes the fields of a time as text, "%d-%02d-%02dT%02d:%02d:%02dZ" in printf's words, by hand: a call
-// of printf costs several times what the digits do.
+// Writes the fields of a time as text, "%d-%02d-%02dT%02d:%02d:%02dZ" in printf's words, without printf,
+// whose call costs several times as much as the digits.
 #pragma once
 
 #include <array>
@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-namespace Lum {
+namespace Lum::Internal {
 
 /// Enough for any six fields.
 inline constexpr std::size_t kTimeTextSize = 6 * 11 + 6;
@@ -27,16 +27,16 @@ inline char* WritePair(char* to, unsigned int value) noexcept {
     return to + 2;
 }
 
-/// As "%d"; `to` has room for eleven characters.
+/// As "%d"; at most eleven characters.
 inline char* WriteNumber(char* to, int value) noexcept { return std::to_chars(to, to + 11, value).ptr; }
 
-/// As "%02d". What does not fit two digits, signs included, is never short of two characters.
+/// As "%02d". A value that is not two digits, negative ones included, has two characters at least.
 inline char* WriteField(char* to, int value) noexcept {
     const auto digits = static_cast<unsigned int>(value);
     return digits < 100 ? WritePair(to, digits) : WriteNumber(to, value);
 }
 
-/// As "%d", at once for four digits.
+/// As "%d", with a fast path for four digits.
 inline char* WriteYear(char* to, int value) noexcept {
     const auto digits = static_cast<unsigned int>(value);
     return digits - 1000 < 9000 ? WritePair(WritePair(to, digits / 100), digits % 100) : WriteNumber(to, value);
@@ -59,4 +59,4 @@ inline char* WriteTime(char* to, int year, int month, int day, int hour, int min
     return to;
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

@@ -1,17 +1,19 @@
-// The converters' way out of the cache and back.
+// How converters leave the cache and come back to it.
 #include "Source/Transcoder/ConverterCache.h"
 
-#include <atomic>
+#include <cstddef>
+#include <new>
 #include <utility>
 
 #include "Mac/TextEncodings.h"
 
-namespace Lum {
+namespace Lum::Internal {
+
 namespace {
 
 constinit std::atomic<bool> s_AreTornDown{false};
 
-/// Numbers the threads in the order in which they come here.
+/// A number for the calling thread: 1 for the first one that calls, then 2, and so on.
 unsigned ThreadNumber() noexcept {
     static constinit std::atomic<unsigned> next{0};
     thread_local constinit unsigned number = 0;
@@ -21,138 +23,121 @@ unsigned ThreadNumber() noexcept {
     return number;
 }
 
-/// Builds the caches with the library, ahead of most of the application's static objects and therefore
-/// torn down behind them.
-[[maybe_unused]] const ConverterCaches* const s_Early = ConverterCaches::Get();
+/// Makes the caches when the library is loaded. That is before most static objects of the application are
+/// made, so the converters are disposed of after those objects are destroyed.
+struct Lifetime {
+    Lifetime() noexcept { ConverterCaches::Get(); }
+    Lifetime(const Lifetime&) = delete;
+    Lifetime& operator=(const Lifetime&) = delete;
+    ~Lifetime() {
+        ConverterCaches* const caches = ConverterCaches::Get();
+        s_AreTornDown = true;
+        caches->fromUTF16Converters.Clear();
+        caches->toUTF16Converters.Clear();
+        caches->fromUTF32Converters.Clear();
+    }
+} const s_Lifetime;
 
 }  // namespace
 
-/// Keeps others out of a place; never waits for them.
-class ConverterCache::Place::Visit {
-public:
-    explicit Visit(Place& place) noexcept
-        : m_Flag(place.m_IsVisited), m_IsAlone(!m_Flag.test_and_set(std::memory_order_acquire)) {}
-    Visit(const Visit&) = delete;
-    Visit& operator=(const Visit&) = delete;
-    ~Visit() {
-        if (m_IsAlone) {
-            m_Flag.clear(std::memory_order_release);
-        }
+ConverterCache::Slot& ConverterCache::OwnSlot() noexcept { return m_Slots[ThreadNumber() % m_Slots.size()]; }
+
+void ConverterCache::AddToList(std::unique_ptr<Entry> entry) noexcept {
+    entry->next = std::move(m_List);
+    m_List = std::move(entry);
+}
+
+std::unique_ptr<ConverterCache::Entry> ConverterCache::TakeFromList(TextEncoding encoding) noexcept {
+    std::unique_ptr<Entry>* link = &m_List;
+    while (*link && (*link)->encoding != encoding) {
+        link = &(*link)->next;
     }
-    explicit operator bool() const noexcept { return m_IsAlone; }
-
-private:
-    std::atomic_flag& m_Flag;
-    const bool m_IsAlone;
-};
-
-void ConverterCache::Place::Exchange(Entry& entry) noexcept {
-    if (const Visit visit(*this); visit) {
-        std::swap(entry, m_Entry);
+    std::unique_ptr<Entry> found = std::move(*link);
+    if (found) {
+        *link = std::move(found->next);
     }
+    return found;
 }
 
-ConverterCache::Entry ConverterCache::Place::TakeIfFor(unsigned long encoding) noexcept {
-    const Visit visit(*this);
-    return visit && !m_Entry.empty() && m_Entry.key() == encoding ? std::move(m_Entry) : Entry();
-}
-
-bool ConverterCache::Place::IsFor(unsigned long encoding) noexcept {
-    const Visit visit(*this);
-    return visit && !m_Entry.empty() && m_Entry.key() == encoding;
-}
-
-ConverterCache::~ConverterCache() {
-    const ScopedLock lock(m_Lock);
-    for (Place& place : m_Places) {
-        Entry entry;
-        place.Exchange(entry);
-    }
-    m_Map.clear();
-}
-
-ConverterCache::Place& ConverterCache::OwnPlace() noexcept { return m_Places[ThreadNumber() % m_Places.size()]; }
-
-ConverterCache::Entry ConverterCache::Take(unsigned long encoding) noexcept {
-    Entry entry;
-    OwnPlace().Exchange(entry);
-    if (!entry.empty() && entry.key() == encoding) {
+std::unique_ptr<ConverterCache::Entry> ConverterCache::Take(TextEncoding encoding) noexcept {
+    std::unique_ptr<Entry> entry = OwnSlot().Exchange(nullptr);
+    if (entry && entry->encoding == encoding) {
         return entry;
     }
     const ScopedLock lock(m_Lock);
-    if (!entry.empty()) {
-        m_Map.insert(std::move(entry));
+    if (entry) {
+        AddToList(std::move(entry));
     }
-    if (const auto found = m_Map.find(encoding); found != m_Map.end()) {
-        return m_Map.extract(found);
+    if ((entry = TakeFromList(encoding))) {
+        return entry;
     }
-    // No thread makes a converter while another one lies idle.
-    for (Place& place : m_Places) {
-        if (Entry idle = place.TakeIfFor(encoding); !idle.empty()) {
-            return idle;
+    // The converter may be idle in the slot of another thread. To look at an entry, take it out of the slot.
+    for (Slot& slot : m_Slots) {
+        entry = slot.Exchange(nullptr);
+        if (entry && entry->encoding == encoding) {
+            return entry;
+        }
+        if (entry && (entry = slot.Exchange(std::move(entry)))) {
+            AddToList(std::move(entry));  // Its thread has put another one there in the meantime.
         }
     }
-    return {};
+    return nullptr;
 }
 
-void ConverterCache::Put(Entry entry) noexcept {
-    OwnPlace().Exchange(entry);
-    if (!entry.empty()) {
+void ConverterCache::Put(std::unique_ptr<Entry> entry) noexcept {
+    if ((entry = OwnSlot().Exchange(std::move(entry)))) {
         const ScopedLock lock(m_Lock);
-        m_Map.insert(std::move(entry));
+        AddToList(std::move(entry));
     }
 }
 
-std::size_t ConverterCache::Count(unsigned long encoding) noexcept {
+void ConverterCache::Clear() noexcept {
     const ScopedLock lock(m_Lock);
-    std::size_t count = m_Map.count(encoding);
-    for (Place& place : m_Places) {
-        count += place.IsFor(encoding) ? 1 : 0;
+    for (Slot& slot : m_Slots) {
+        static_cast<void>(slot.Exchange(nullptr));
     }
-    return count;
+    // One at a time: a long list would destroy itself recursively.
+    while (m_List) {
+        m_List = std::move(m_List->next);
+    }
 }
-
-ConverterCache::Entry ConverterCache::MakeEntry(unsigned long encoding, Mac::TextConverter converter) {
-    Map map;
-    return map.extract(map.emplace(encoding, std::move(converter)));
-}
-
-ConverterCaches::~ConverterCaches() { s_AreTornDown = true; }
 
 ConverterCaches* ConverterCaches::Get() noexcept {
-    static ConverterCaches caches;
-    return s_AreTornDown.load(std::memory_order_acquire) ? nullptr : &caches;
+    // In static storage, without a destructor: static destructors and other threads may still call this.
+    alignas(ConverterCaches) static std::byte storage[sizeof(ConverterCaches)];
+    static auto* const caches = new (storage) ConverterCaches;
+    return s_AreTornDown.load(std::memory_order_acquire) ? nullptr : caches;
 }
 
-CachedConverter CachedConverter::ToUTF16(std::uint32_t from) {
+CachedConverter CachedConverter::ToUTF16(TextEncoding from) {
     ConverterCaches* const caches = ConverterCaches::Get();
     return {caches == nullptr ? nullptr : &caches->toUTF16Converters, from, from, Mac::UTF16Encoding()};
 }
 
-CachedConverter CachedConverter::FromUTF16(std::uint32_t to) {
+CachedConverter CachedConverter::FromUTF16(TextEncoding to) {
     ConverterCaches* const caches = ConverterCaches::Get();
     return {caches == nullptr ? nullptr : &caches->fromUTF16Converters, to, Mac::UTF16Encoding(), to};
 }
 
-CachedConverter::CachedConverter(ConverterCache* cache, std::uint32_t key, std::uint32_t from, std::uint32_t to)
+CachedConverter::CachedConverter(ConverterCache* cache, TextEncoding key, TextEncoding from, TextEncoding to)
     : m_Cache(cache) {
     if (cache != nullptr) {
         m_Entry = cache->Take(key);
     }
-    if (m_Entry.empty()) {
+    if (!m_Entry) {
         if (Mac::TextConverter converter(from, to); converter) {
-            m_Entry = ConverterCache::MakeEntry(key, std::move(converter));
+            m_Entry = std::make_unique<ConverterCache::Entry>(ConverterCache::Entry{key, std::move(converter)});
         }
     }
 }
 
 CachedConverter::~CachedConverter() {
-    if (!m_Entry.empty()) {
-        Converter().Clear();
+    if (m_Entry) {
+        m_Entry->converter.Clear();
         if (m_Cache != nullptr) {
             m_Cache->Put(std::move(m_Entry));
         }
     }
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

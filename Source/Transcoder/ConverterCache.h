@@ -1,104 +1,94 @@
-// Keeps the host's converters for further use, since making one costs more than a short conversion.
+// Keeps the host's converters for later conversions, because to make one costs more than a short conversion.
 //
-// A converter is out of the cache while a thread uses it; whoever asks for the same encoding meanwhile
-// gets one of his own. Entries travel as nodes of the map, so that nothing is allocated once a
-// converter exists.
+// A converter is not in the cache while a thread uses it. If another thread needs the same encoding
+// meanwhile, it makes a converter of its own. So there are at most as many converters for an encoding as
+// there were threads that used it at the same time.
 #pragma once
 
 #include <array>
 #include <atomic>
-#include <cstddef>
-#include <cstdint>
-#include <map>
+#include <memory>
 
 #include <Lum/Mutex.h>
+#include <Lum/Transcoder.h>
 
 #include "Mac/TextConverter.h"
 
-namespace Lum {
+namespace Lum::Internal {
 
 class ConverterCache {
 public:
-    /// By encoding, any number of converters for each.
-    using Map = std::multimap<unsigned long, Mac::TextConverter>;
-    using Entry = Map::node_type;
+    struct Entry {
+        TextEncoding encoding;
+        Mac::TextConverter converter;
+        std::unique_ptr<Entry> next = nullptr;  ///< used by the cache only
+    };
 
-    /// `lock` guards the map; it must outlive the cache.
+    /// `lock` must outlive the cache.
     explicit ConverterCache(Mutex& lock) noexcept : m_Lock(lock) {}
     ConverterCache(const ConverterCache&) = delete;
     ConverterCache& operator=(const ConverterCache&) = delete;
-    /// Disposes of every converter.
-    ~ConverterCache();
 
-    /// A converter for `encoding`, no longer in the cache; an empty entry if there is none.
-    [[nodiscard]] Entry Take(unsigned long encoding) noexcept;
-    /// Puts an entry in the cache, beside whatever is there.
-    void Put(Entry entry) noexcept;
-    /// How many converters for `encoding` are here.
-    [[nodiscard]] std::size_t Count(unsigned long encoding) noexcept;
-
-    /// An entry that has not been in a cache.
-    [[nodiscard]] static Entry MakeEntry(unsigned long encoding, Mac::TextConverter converter);
+    /// Removes a converter for `encoding` from the cache; null if none is there.
+    [[nodiscard]] std::unique_ptr<Entry> Take(TextEncoding encoding) noexcept;
+    void Put(std::unique_ptr<Entry> entry) noexcept;
+    /// Disposes of every converter in the cache.
+    void Clear() noexcept;
 
 private:
-    /// Where threads leave the entry they used last. Two threads that convert short texts would pass
-    /// the lock to and fro for longer than they convert; in a place of its own neither meets the
-    /// other. On a line of the processor's cache of its own, for the same reason.
-    class alignas(128) Place {
-    public:
-        /// Swaps `entry` with what is here; does nothing while another thread is at it.
-        void Exchange(Entry& entry) noexcept;
-        /// Hands out what is here if it is for `encoding`.
-        [[nodiscard]] Entry TakeIfFor(unsigned long encoding) noexcept;
-        [[nodiscard]] bool IsFor(unsigned long encoding) noexcept;
+    /// The converter that a thread used last. Two threads that convert short texts would wait for the lock
+    /// longer than they convert; with a slot for each thread, neither of them needs the lock. Each slot is in
+    /// a cache line of its own for the same reason.
+    struct alignas(128) Slot {
+        std::atomic<Entry*> entry{nullptr};
 
-    private:
-        class Visit;
-        std::atomic_flag m_IsVisited;
-        Entry m_Entry;
+        [[nodiscard]] std::unique_ptr<Entry> Exchange(std::unique_ptr<Entry> other) noexcept {
+            return std::unique_ptr<Entry>(entry.exchange(other.release(), std::memory_order_acq_rel));
+        }
     };
 
-    Place& OwnPlace() noexcept;
+    Slot& OwnSlot() noexcept;
+    void AddToList(std::unique_ptr<Entry> entry) noexcept;
+    std::unique_ptr<Entry> TakeFromList(TextEncoding encoding) noexcept;
 
     Mutex& m_Lock;
-    Map m_Map;
-    std::array<Place, 16> m_Places;
+    std::unique_ptr<Entry> m_List;  ///< guarded by the lock; the latest first
+    std::array<Slot, 16> m_Slots;
 };
 
-/// The caches of the process, and the lock that guards all of them. Built when the library is loaded
-/// or first used, whichever comes first; torn down in the reverse order.
+/// The caches of the process, and the lock that guards their lists. Made when the library is loaded or first
+/// used, whichever comes first. Emptied when the library is unloaded, but never destroyed.
 struct ConverterCaches {
     Mutex converterMapLock;
     ConverterCache fromUTF16Converters{converterMapLock};
     ConverterCache toUTF16Converters{converterMapLock};
-    ConverterCache fromUTF32Converters{converterMapLock};  ///< Stays empty.
-    ~ConverterCaches();
+    ConverterCache fromUTF32Converters{converterMapLock};  ///< Nothing is ever put here.
 
-    /// Null once they are torn down, for destructors that convert even later.
+    /// Null after the library was unloaded: static destructors may convert even later.
     static ConverterCaches* Get() noexcept;
 };
 
-/// A converter for the length of a conversion: out of the cache or new, and back to it, as good as new,
-/// on whichever way the scope is left.
+/// A converter for the duration of one conversion. It comes from the cache or is new. The destructor clears
+/// it and puts it into the cache.
 class CachedConverter {
 public:
     /// From an encoding to UTF-16.
-    static CachedConverter ToUTF16(std::uint32_t from);
+    static CachedConverter ToUTF16(TextEncoding from);
     /// From UTF-16 to an encoding.
-    static CachedConverter FromUTF16(std::uint32_t to);
+    static CachedConverter FromUTF16(TextEncoding to);
     CachedConverter(const CachedConverter&) = delete;
     CachedConverter& operator=(const CachedConverter&) = delete;
     ~CachedConverter();
 
-    /// Whether there is a converter: false for encodings that the host has none for.
-    explicit operator bool() const noexcept { return !m_Entry.empty(); }
-    [[nodiscard]] Mac::TextConverter& Converter() const noexcept { return m_Entry.mapped(); }
+    /// Whether the host has a converter for the encoding.
+    explicit operator bool() const noexcept { return m_Entry != nullptr; }
+    [[nodiscard]] Mac::TextConverter& Converter() const noexcept { return m_Entry->converter; }
 
 private:
-    CachedConverter(ConverterCache* cache, std::uint32_t key, std::uint32_t from, std::uint32_t to);
+    CachedConverter(ConverterCache* cache, TextEncoding key, TextEncoding from, TextEncoding to);
 
-    ConverterCache* m_Cache;  ///< Null once the caches are torn down.
-    ConverterCache::Entry m_Entry;
+    ConverterCache* m_Cache;  ///< null after the library was unloaded
+    std::unique_ptr<ConverterCache::Entry> m_Entry;
 };
 
-}  // namespace Lum
+}  // namespace Lum::Internal

@@ -1,9 +1,9 @@
-// Blocks of text through one converter, or through two with UTF-16 between them.
+// Texts in blocks, through one converter or through two with UTF-16 between them.
 //
-// With two, the first one runs ahead: it has read elements whose text the second has not written yet.
-// Where the second one stops, the input's place is the one that belongs to the text it has taken. It
-// is found by a third converter, the follower, which reads the input again and is given room for
-// just that text.
+// With two converters, the first one (the decoder) is ahead of the second one (the encoder): it has read
+// elements whose text is not encoded yet. Where the encoder stops, only the input whose text was encoded
+// counts as read. A third converter, the follower, finds out how much that is: it decodes the input again,
+// with an output of exactly the size of the encoded text.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -18,26 +18,12 @@
 #include "Mac/TextEncodings.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
-ConversionStatus StatusOf(Mac::Outcome outcome) noexcept {
-    switch (outcome) {
-        case Mac::Outcome::kDone:
-            return ConversionStatus::kDone;
-        case Mac::Outcome::kFull:
-            return ConversionStatus::kOutputFull;
-        case Mac::Outcome::kIncomplete:
-            return ConversionStatus::kIncomplete;
-        case Mac::Outcome::kUnmappable:
-            return ConversionStatus::kUnmappable;
-        case Mac::Outcome::kMalformed:
-        case Mac::Outcome::kFailed:
-            break;
-    }
-    return ConversionStatus::kMalformed;
-}
-
-/// Whether what bytes mean in this encoding may hang on shift sequences long before them.
+/// Whether the meaning of bytes in this encoding may depend on shift sequences long before them.
 constexpr bool KeepsState(TextEncoding encoding) noexcept {
     constexpr TextEncoding utf7 = 0x04000100;
     constexpr TextEncoding firstISO2022 = 0x0820;
@@ -49,20 +35,20 @@ constexpr bool KeepsState(TextEncoding encoding) noexcept {
 
 using Block = std::array<char, 8192>;
 
-constexpr bool IsBad(Mac::Outcome outcome) noexcept {
-    return outcome == Mac::Outcome::kMalformed || outcome == Mac::Outcome::kUnmappable ||
-           outcome == Mac::Outcome::kFailed;
+/// Whether a conversion stopped at an element that no further input or output can help.
+constexpr bool IsBad(ConversionStatus status) noexcept {
+    return status == ConversionStatus::kMalformed || status == ConversionStatus::kUnmappable;
 }
 
-/// Converts with `converter`, unless there is nothing to convert or `last` says that it met a bad element
-/// before.
-Mac::Step ConvertUnlessBad(Mac::TextConverter& converter, Mac::Outcome& last, std::string_view input,
-                           std::span<char> output) {
+/// Converts with `converter`, and keeps the status in `last`. Does nothing if the input is empty or if `last`
+/// is the status of a bad element: the converter is then still at that element.
+ConversionResult ConvertUnlessBad(Mac::TextConverter& converter, ConversionStatus& last, std::string_view input,
+                                  std::span<char> output) {
     if (IsBad(last) || input.empty()) {
-        return {IsBad(last) ? last : Mac::Outcome::kDone, 0, 0};
+        return {IsBad(last) ? last : ConversionStatus::kDone, 0, 0};
     }
-    const Mac::Step step = converter.Convert(input, output);
-    last = step.outcome;
+    const ConversionResult step = converter.Convert(input, output);
+    last = step.status;
     return step;
 }
 
@@ -89,51 +75,51 @@ public:
 
 private:
     [[nodiscard]] std::string_view Pending() const noexcept { return {m_Text.data() + m_Begin, m_End - m_Begin}; }
-    Mac::Step EncodePending(std::span<char> output);
-    Mac::Step DecodeMore(std::string_view input);
+    ConversionResult EncodePending(std::span<char> output);
+    ConversionResult DecodeMore(std::string_view input);
     std::size_t Follow(std::string_view input, std::size_t encoded);
     std::size_t SkipShifts(std::string_view input);
 
     const bool m_KeepsState;
     Mac::TextConverter m_Decoder;   ///< To UTF-16; empty where the encoder does it alone.
     Mac::TextConverter m_Encoder;   ///< From UTF-16; empty where there is no such conversion.
-    Mac::TextConverter m_Follower;  ///< As the decoder, at the place up to which the input counts as read.
-    std::size_t m_Ahead = 0;        ///< By how many bytes of input the decoder is ahead of that place.
-    std::size_t m_Unfollowed = 0;   ///< Bytes of text encoded that come from behind it.
-    Block m_Text{};                 ///< What is decoded; from m_Begin to m_End still to be encoded.
+    Mac::TextConverter m_Follower;  ///< Like the decoder, but at the end of what counts as read.
+    std::size_t m_Ahead = 0;        ///< Bytes of input by which the decoder is ahead of the follower.
+    std::size_t m_Unfollowed = 0;   ///< Bytes of encoded text that the follower has not decoded yet.
+    Block m_Text{};                 ///< Decoded text; from m_Begin to m_End it is pending: not encoded yet.
     std::size_t m_Begin = 0;
     std::size_t m_End = 0;
     bool m_IsFinishing = false;
-    // A converter that met a bad element is at it, and is not asked again.
-    Mac::Outcome m_Encoded = Mac::Outcome::kDone;
-    Mac::Outcome m_Decoded = Mac::Outcome::kDone;
+    // The last status of each converter. One that has found a bad element is not called again.
+    ConversionStatus m_Encoded = ConversionStatus::kDone;
+    ConversionStatus m_Decoded = ConversionStatus::kDone;
 };
 
-Mac::Step StreamConverter::Implementation::EncodePending(std::span<char> output) {
-    const Mac::Step step = ConvertUnlessBad(m_Encoder, m_Encoded, Pending(), output);
+ConversionResult StreamConverter::Implementation::EncodePending(std::span<char> output) {
+    const ConversionResult step = ConvertUnlessBad(m_Encoder, m_Encoded, Pending(), output);
     m_Begin += step.read;
     return step;
 }
 
-/// Decodes to behind what is pending.
-Mac::Step StreamConverter::Implementation::DecodeMore(std::string_view input) {
+/// Decodes input, and appends the text to what is pending.
+ConversionResult StreamConverter::Implementation::DecodeMore(std::string_view input) {
     std::copy(m_Text.begin() + static_cast<std::ptrdiff_t>(m_Begin),
               m_Text.begin() + static_cast<std::ptrdiff_t>(m_End), m_Text.begin());
     m_End -= std::exchange(m_Begin, 0);
-    const Mac::Step step = ConvertUnlessBad(m_Decoder, m_Decoded, input, std::span(m_Text).subspan(m_End));
+    const ConversionResult step = ConvertUnlessBad(m_Decoder, m_Decoded, input, std::span(m_Text).subspan(m_End));
     m_End += step.written;
     m_Ahead += step.read;
     return step;
 }
 
-/// Tells how many bytes of `input`, which starts at the follower's place, count as read when `encoded`
-/// more bytes of text are encoded, and takes the follower there.
+/// Returns how many bytes of `input`, which begins at the follower's position, count as read after `encoded`
+/// more bytes of text were encoded. Moves the follower there.
 std::size_t StreamConverter::Implementation::Follow(std::string_view input, std::size_t encoded) {
     m_Unfollowed += encoded;
-    // A caller who does not give the unread bytes again gets nonsense, but stays in bounds.
+    // If the caller does not pass the unread bytes again, the result is wrong, but everything stays in bounds.
     const std::size_t ahead = std::min(m_Ahead, input.size());
-    const bool isLevel = Pending().empty();
-    if (isLevel && !m_KeepsState) {
+    const bool isAllEncoded = Pending().empty();
+    if (isAllEncoded && !m_KeepsState) {
         m_Ahead = m_Unfollowed = 0;
         return ahead;
     }
@@ -142,37 +128,37 @@ std::size_t StreamConverter::Implementation::Follow(std::string_view input, std:
     }
     Block text;
     std::size_t read = 0;
-    // All input is offered, for an element may share its last byte with the next one, as in UTF-7.
+    // All input is passed, because an element may share its last byte with the next one, as in UTF-7.
     while (m_Unfollowed > 0) {
-        const std::size_t room = std::min(m_Unfollowed, text.size());
-        const Mac::Step step = m_Follower.Convert(input.substr(read), std::span(text).first(room));
+        const std::size_t size = std::min(m_Unfollowed, text.size());
+        const ConversionResult step = m_Follower.Convert(input.substr(read), std::span(text).first(size));
         read += step.read;
         m_Unfollowed -= step.written;
         if (step.written == 0) {
             break;
         }
     }
-    if (!isLevel) {
+    if (!isAllEncoded) {
         m_Ahead -= std::min(read, m_Ahead);
         return read;
     }
     if (read < ahead) {
-        // Shift sequences behind the last character.
+        // Shift sequences after the last character.
         m_Follower.Convert(input.substr(read, ahead - read), text);
     }
     m_Ahead = m_Unfollowed = 0;
     return ahead;
 }
 
-/// How many bytes of shift sequences are at the follower's place, ahead of the bad element. Leaves it
-/// somewhere behind them: it is not needed any more.
+/// How many bytes of shift sequences are between the follower's position and the bad element. The follower is
+/// not needed afterwards, so its new position does not matter.
 std::size_t StreamConverter::Implementation::SkipShifts(std::string_view input) {
     Block text;
     std::size_t read = 0;
     std::size_t offered = 1;
     while (read + offered <= input.size()) {
-        const Mac::Step step = m_Follower.Convert(input.substr(read, offered), text);
-        if (step.written != 0 || IsBad(step.outcome)) {
+        const ConversionResult step = m_Follower.Convert(input.substr(read, offered), text);
+        if (step.written != 0 || IsBad(step.status)) {
             break;
         }
         read += step.read;
@@ -186,33 +172,32 @@ ConversionResult StreamConverter::Implementation::Convert(std::string_view input
         return {ConversionStatus::kNoSuchEncoding, 0, 0};
     }
     if (IsBad(m_Encoded)) {
-        return {StatusOf(m_Encoded), 0, 0};
+        return {m_Encoded, 0, 0};
     }
     if (!m_Decoder) {
-        const Mac::Step step = ConvertUnlessBad(m_Encoder, m_Encoded, input, output);
-        return {StatusOf(step.outcome), step.read, step.written};
+        return ConvertUnlessBad(m_Encoder, m_Encoded, input, output);
     }
     ConversionResult result{ConversionStatus::kDone, 0, 0};
     for (;;) {
-        const Mac::Step encoding = EncodePending(output.subspan(result.written));
+        const ConversionResult encoding = EncodePending(output.subspan(result.written));
         result.written += encoding.written;
         result.read += Follow(input.substr(result.read), encoding.read);
-        if (!Pending().empty() && encoding.outcome != Mac::Outcome::kIncomplete) {
-            if (m_KeepsState && IsBad(encoding.outcome)) {
+        if (!Pending().empty() && encoding.status != ConversionStatus::kIncomplete) {
+            if (m_KeepsState && IsBad(encoding.status)) {
                 result.read += SkipShifts(input.substr(result.read));
             }
-            result.status = StatusOf(encoding.outcome);
+            result.status = encoding.status;
             return result;
         }
-        const Mac::Step decoding = DecodeMore(input.substr(std::min(result.read + m_Ahead, input.size())));
+        const ConversionResult decoding = DecodeMore(input.substr(std::min(result.read + m_Ahead, input.size())));
         if (decoding.written == 0) {
-            // All is read, or what comes next is bad.
+            // All input is read, or the next element cannot be decoded.
             if (Pending().empty()) {
                 result.read += Follow(input.substr(result.read), 0);
             }
-            result.status = decoding.outcome == Mac::Outcome::kDone && !Pending().empty()
+            result.status = decoding.status == ConversionStatus::kDone && !Pending().empty()
                                 ? ConversionStatus::kIncomplete
-                                : StatusOf(decoding.outcome);
+                                : decoding.status;
             return result;
         }
     }
@@ -223,23 +208,27 @@ ConversionResult StreamConverter::Implementation::Finish(std::span<char> output)
         return {ConversionStatus::kNoSuchEncoding, 0, 0};
     }
     const bool wasBad = IsBad(m_Encoded) || IsBad(m_Decoded);
-    if (!m_IsFinishing && (wasBad || !Pending().empty())) {
-        return {wasBad ? StatusOf(IsBad(m_Encoded) ? m_Encoded : m_Decoded) : ConversionStatus::kIncomplete, 0, 0};
+    // If the end of the text is not converted, that is reported: nothing may be dropped silently.
+    const ConversionStatus last = m_Decoder ? m_Decoded : m_Encoded;
+    const bool isCut = !Pending().empty() || last == ConversionStatus::kIncomplete ||
+                       (!m_Decoder && last == ConversionStatus::kOutputFull);
+    if (!m_IsFinishing && (wasBad || isCut)) {
+        return {wasBad ? (IsBad(m_Encoded) ? m_Encoded : m_Decoded) : ConversionStatus::kIncomplete, 0, 0};
     }
     if (!std::exchange(m_IsFinishing, true) && m_Decoder) {
         m_Begin = 0;
         m_End = m_Decoder.Flush(m_Text).written;
     }
-    Mac::Step step = EncodePending(output);
+    ConversionResult step = EncodePending(output);
     std::size_t written = step.written;
     if (Pending().empty()) {
         step = m_Encoder.Flush(output.subspan(written));
         written += step.written;
     }
-    if (step.outcome == Mac::Outcome::kDone) {
+    if (step.status == ConversionStatus::kDone) {
         Clear();
     }
-    return {StatusOf(step.outcome), 0, written};
+    return {step.status, 0, written};
 }
 
 void StreamConverter::Implementation::Clear() noexcept {
@@ -250,7 +239,7 @@ void StreamConverter::Implementation::Clear() noexcept {
     }
     m_Begin = m_End = m_Ahead = m_Unfollowed = 0;
     m_IsFinishing = false;
-    m_Encoded = m_Decoded = Mac::Outcome::kDone;
+    m_Encoded = m_Decoded = ConversionStatus::kDone;
 }
 
 StreamConverter::StreamConverter(const std::string& from, const std::string& to)

@@ -1,24 +1,115 @@
-// The operations on whole texts: which encodings meet, and what the system's own are called.
+// Encodings by name, the system's own encodings, and the conversion of whole texts without a report.
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <new>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include <Lum/Transcoder.h>
 
+#include "Mac/TextConverter.h"
 #include "Mac/TextEncodings.h"
 #include "Source/Base/Ascii.h"
-#include "Source/Transcoder/Conversion.h"
 #include "Source/Transcoder/ConverterCache.h"
+#include "Source/Transcoder/ResizeUncleared.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
-// The sizes of the pieces show in what a failed conversion gives.
-constexpr std::size_t kPieceToUTF16 = 1024;
-constexpr std::size_t kPieceFromUTF16 = 512;
+// Sizes in bytes of the blocks that a text is converted in. They are visible in the result of a conversion
+// that fails.
+constexpr std::size_t kBlockToUTF16 = 1024;
+constexpr std::size_t kBlockFromUTF16 = 512;
+
+/// What no string can hold is a failed allocation.
+template <class Unit>
+void Append(std::basic_string<Unit>& text, const Unit* units, std::size_t bytes) {
+    if (bytes / sizeof(Unit) > text.max_size() - text.size()) {
+        throw std::bad_alloc();
+    }
+    text.append(units, bytes / sizeof(Unit));
+}
+
+/// Converts `input` in blocks of at most `kBlockBytes` bytes of output. This is what a conversion gives, also
+/// one that fails.
+template <class Unit, std::size_t kBlockBytes>
+std::basic_string<Unit> ConvertInBlocks(Mac::TextConverter& converter, std::string_view input) {
+    std::array<Unit, kBlockBytes / sizeof(Unit)> block;
+    const std::span<char> output(reinterpret_cast<char*>(block.data()), kBlockBytes);
+    std::basic_string<Unit> result;
+    while (!input.empty()) {
+        const ConversionResult step = converter.Convert(input, output);
+        input.remove_prefix(step.read);
+        Append(result, block.data(), step.written);
+        const bool canGoOn = step.status == ConversionStatus::kDone || step.status == ConversionStatus::kOutputFull;
+        // A service that neither reads nor writes would make this loop endless.
+        if (!canGoOn || (step.read == 0 && step.written == 0)) {
+            // Compatibility: callers rely on the last block being in the result of a failed conversion twice.
+            Append(result, block.data(), step.written);
+            return result;
+        }
+    }
+    Append(result, block.data(), converter.Flush(output).written);
+    return result;
+}
+
+/// Gives what ConvertInBlocks gives. One block goes by way of the stack, so that a short text costs one
+/// allocation of its size; it also shows how long the rest will be, which is converted into the result itself.
+template <class Unit, std::size_t kBlockBytes>
+std::basic_string<Unit> ConvertWhole(Mac::TextConverter& converter, const std::string_view input) {
+    std::array<Unit, kBlockBytes / sizeof(Unit)> block;
+    const std::span<char> output(reinterpret_cast<char*>(block.data()), kBlockBytes);
+    ConversionResult step = converter.Convert(input, output);
+    std::size_t read = step.read;
+    std::basic_string<Unit> result(block.data(), step.written / sizeof(Unit));
+    while (step.status == ConversionStatus::kOutputFull && step.written != 0) {
+        const std::size_t before = result.size();
+        // The rest needs as much in proportion as what is converted, or a little more.
+        const std::uint64_t rest = std::uint64_t{input.size() - read} * before / (read + 1);
+        const std::uint64_t size = before + rest + rest / 16 + block.size();
+        if (size > result.max_size()) {
+            throw std::bad_alloc();
+        }
+        ResizeUncleared(result, static_cast<std::size_t>(size));
+        Unit* const end = result.data() + before;
+        step = converter.Convert(input.substr(read),
+                                 {reinterpret_cast<char*>(end), (result.size() - before) * sizeof(Unit)});
+        read += step.read;
+        result.resize(before + step.written / sizeof(Unit));
+    }
+    if (step.status != ConversionStatus::kDone || read != input.size()) {
+        converter.Clear();
+        return ConvertInBlocks<Unit, kBlockBytes>(converter, input);
+    }
+    Append(result, block.data(), converter.Flush(output).written);
+    return result;
+}
 
 std::string_view BytesOf(const std::u16string& text) noexcept {
     return {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)};
+}
+
+std::vector<std::string> Words(std::string_view text) {
+    std::vector<std::string> words;
+    while (!text.empty()) {
+        const std::size_t size = std::min(text.find(' '), text.size());
+        words.emplace_back(text.substr(0, size));
+        text.remove_prefix(std::min(size + 1, text.size()));
+    }
+    return words;
+}
+
+bool IsConvertible(TextEncoding encoding) {
+    const TextEncoding utf16 = Mac::UTF16Encoding();
+    return Mac::TextConverter(encoding, utf16) && Mac::TextConverter(utf16, encoding);
 }
 
 TextEncoding DefaultChannelCharSetID() { return EncodingToCharSetID(Transcoder::DefaultChannelEncoding()); }
@@ -38,18 +129,29 @@ TextEncoding EncodingToCharSetID(const std::string& name) {
     return Mac::EncodingOfInternetName(name);
 }
 
+std::vector<EncodingInfo> KnownEncodings() {
+    std::vector<EncodingInfo> list;
+    for (const Mac::NamedEncoding& named : Mac::NamedEncodings()) {
+        std::vector<std::string> names = Words(named.names);
+        std::string name = names.front();
+        names.erase(names.begin());
+        list.push_back({named.encoding, std::move(name), std::move(names), IsConvertible(named.encoding)});
+    }
+    return list;
+}
+
 std::u16string CharSetToWide(const std::string& bytes, TextEncoding from) {
     const auto cached = CachedConverter::ToUTF16(from);
-    return cached ? ConvertText<char16_t, kPieceToUTF16>(cached.Converter(), bytes) : std::u16string();
+    return cached ? ConvertWhole<char16_t, kBlockToUTF16>(cached.Converter(), bytes) : std::u16string();
 }
 
 std::string WideToCharSet(const std::u16string& text, TextEncoding to) {
     const auto cached = CachedConverter::FromUTF16(to);
-    return cached ? ConvertText<char, kPieceFromUTF16>(cached.Converter(), BytesOf(text)) : std::string();
+    return cached ? ConvertWhole<char, kBlockFromUTF16>(cached.Converter(), BytesOf(text)) : std::string();
 }
 
 bool Transcoder::IsValidEncoding(const std::string& name) {
-    // Not a question to the host: a name that it does not know is no fault.
+    // Compatibility: callers rely on the answer true for every name, known or not.
     static_cast<void>(EncodingToCharSetID(name));
     return true;
 }

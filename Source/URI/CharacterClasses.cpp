@@ -5,33 +5,35 @@
 
 #include <Lum/URI.h>
 
-// An application linked with the static library may read these from its own static initialisers,
-// whose order relative to ours nothing else fixes: the first priority open to programs puts ours
-// before every initialiser of ordinary priority.
+// An application linked with the static library may read these from its own static initialisers. Nothing else
+// fixes the order of theirs and ours. The first priority that is open to programs puts ours before all of ordinary
+// priority.
 #define LUM_BUILT_FIRST [[gnu::init_priority(101)]]
 
 namespace Lum {
 
-LUM_BUILT_FIRST const std::string URI::URIlowalpha{Classes::lowalpha};
-LUM_BUILT_FIRST const std::string URI::URIupalpha{Classes::upalpha};
-LUM_BUILT_FIRST const std::string URI::URIalpha{Classes::alpha};
-LUM_BUILT_FIRST const std::string URI::URIdigit{Classes::digit};
-LUM_BUILT_FIRST const std::string URI::URIalphanum{Classes::alphanum};
-LUM_BUILT_FIRST const std::string URI::URIreserved{Classes::reserved};
-LUM_BUILT_FIRST const std::string URI::URImark{Classes::mark};
-LUM_BUILT_FIRST const std::string URI::URIunreserved{Classes::unreserved};
-LUM_BUILT_FIRST const std::string URI::URIuric{Classes::uric};
-LUM_BUILT_FIRST const std::string URI::URIhex{Classes::hex};
-LUM_BUILT_FIRST const std::string URI::URIescaped{Classes::escaped};
-LUM_BUILT_FIRST const std::string URI::URIspace{Classes::space};
-LUM_BUILT_FIRST const std::string URI::URIdelims_real{Classes::delimsReal};
-LUM_BUILT_FIRST const std::string URI::URIdelims{Classes::delims};
-LUM_BUILT_FIRST const std::string URI::URInonhierdelims{Classes::nonhierdelims};
-LUM_BUILT_FIRST const std::string URI::URIunwise{Classes::unwise};
-LUM_BUILT_FIRST const std::string URI::URIcontrol{Classes::control};
-LUM_BUILT_FIRST const std::string URI::URIexcluded{Classes::excluded};
-LUM_BUILT_FIRST const std::string URI::URIqueryreserved{Classes::queryreserved};
-LUM_BUILT_FIRST const std::string URI::URIqueryexcluded{Classes::queryexcluded};
-LUM_BUILT_FIRST const std::string URI::URInonhierexcluded{Classes::nonhierexcluded};
+using namespace Internal;
+
+LUM_BUILT_FIRST const std::string URI::URIlowalpha{Classes::URIlowalpha};
+LUM_BUILT_FIRST const std::string URI::URIupalpha{Classes::URIupalpha};
+LUM_BUILT_FIRST const std::string URI::URIalpha{Classes::URIalpha};
+LUM_BUILT_FIRST const std::string URI::URIdigit{Classes::URIdigit};
+LUM_BUILT_FIRST const std::string URI::URIalphanum{Classes::URIalphanum};
+LUM_BUILT_FIRST const std::string URI::URIreserved{Classes::URIreserved};
+LUM_BUILT_FIRST const std::string URI::URImark{Classes::URImark};
+LUM_BUILT_FIRST const std::string URI::URIunreserved{Classes::URIunreserved};
+LUM_BUILT_FIRST const std::string URI::URIuric{Classes::URIuric};
+LUM_BUILT_FIRST const std::string URI::URIhex{Classes::URIhex};
+LUM_BUILT_FIRST const std::string URI::URIescaped{Classes::URIescaped};
+LUM_BUILT_FIRST const std::string URI::URIspace{Classes::URIspace};
+LUM_BUILT_FIRST const std::string URI::URIdelims_real{Classes::URIdelims_real};
+LUM_BUILT_FIRST const std::string URI::URIdelims{Classes::URIdelims};
+LUM_BUILT_FIRST const std::string URI::URInonhierdelims{Classes::URInonhierdelims};
+LUM_BUILT_FIRST const std::string URI::URIunwise{Classes::URIunwise};
+LUM_BUILT_FIRST const std::string URI::URIcontrol{Classes::URIcontrol};
+LUM_BUILT_FIRST const std::string URI::URIexcluded{Classes::URIexcluded};
+LUM_BUILT_FIRST const std::string URI::URIqueryreserved{Classes::URIqueryreserved};
+LUM_BUILT_FIRST const std::string URI::URIqueryexcluded{Classes::URIqueryexcluded};
+LUM_BUILT_FIRST const std::string URI::URInonhierexcluded{Classes::URInonhierexcluded};
 
 }  // namespace Lum

@@ -1,10 +1,11 @@
-// The character classes of RFC 2396, appendix A, and the sets that escaping consults.
+// The character classes of RFC 2396, appendix A, as texts that list their members.
 //
-// Every class is a text made at compile time from the texts of earlier ones; the public strings of
-// Lum::URI and the bitmaps are both made from these, so that a class has one definition. The
-// deviations from the RFC are wanted: ":", "?" and "@" among the delimiters make everything that is
-// escaped through the "excluded" class escape them too, and "@" stays literal in a non-hierarchical
-// part so that a mail address reads as one. Square brackets are reserved and unwise at once.
+// A class is made at compile time from the texts of earlier classes. It has the name of the public string of
+// Lum::URI that holds the same text. The sets that escaping uses, in Escaping.h, are made from these too.
+//
+// Compatibility: the delimiters hold ":", "?" and "@" beside those of the RFC, because stored URIs have them
+// escaped. In a non-hierarchical part "@" stays as it is, so that mail addresses can be read. Square brackets are
+// both reserved and unwise.
 #pragma once
 
 #include <array>
@@ -13,11 +14,9 @@
 
 #include <Lum/URI.h>
 
-#include "Source/Base/CharBitMap.h"
+namespace Lum::Internal::Classes {
 
-namespace Lum::Classes {
-
-/// The concatenation of texts known at compile time, itself known at compile time.
+/// The concatenation of texts, at compile time.
 template <const std::string_view&... Texts>
 class Joined {
     static constexpr auto Bytes() noexcept {
@@ -37,36 +36,37 @@ public:
     static constexpr std::string_view text{s_Bytes.data(), s_Bytes.size()};
 };
 
-inline constexpr std::string_view lowalpha = "abcdefghijklmnopqrstuvwxyz";
-inline constexpr std::string_view upalpha = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
-inline constexpr std::string_view alpha = Joined<lowalpha, upalpha>::text;
-inline constexpr std::string_view digit = "0123456789";
-inline constexpr std::string_view alphanum = Joined<alpha, digit>::text;
-inline constexpr std::string_view reserved = ";/?:@&=+$,[]";
-inline constexpr std::string_view mark = "-_.!~*'()";
-inline constexpr std::string_view unreserved = Joined<alphanum, mark>::text;
-inline constexpr std::string_view uric = Joined<reserved, unreserved>::text;
+inline constexpr std::string_view URIlowalpha = "abcdefghijklmnopqrstuvwxyz";
+inline constexpr std::string_view URIupalpha = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+inline constexpr std::string_view URIalpha = Joined<URIlowalpha, URIupalpha>::text;
+inline constexpr std::string_view URIdigit = "0123456789";
+inline constexpr std::string_view URIalphanum = Joined<URIalpha, URIdigit>::text;
+inline constexpr std::string_view URIreserved = ";/?:@&=+$,[]";
+inline constexpr std::string_view URImark = "-_.!~*'()";
+inline constexpr std::string_view URIunreserved = Joined<URIalphanum, URImark>::text;
+inline constexpr std::string_view URIuric = Joined<URIreserved, URIunreserved>::text;
 inline constexpr std::string_view hexLetters = "ABCDEFabcdef";
-inline constexpr std::string_view hex = Joined<digit, hexLetters>::text;
-inline constexpr std::string_view escaped = "%xx";
-inline constexpr std::string_view space = " ";
-inline constexpr std::string_view delimsReal = "<>#%\"";
+inline constexpr std::string_view URIhex = Joined<URIdigit, hexLetters>::text;
+inline constexpr std::string_view URIescaped = "%xx";
+inline constexpr std::string_view URIspace = " ";
+inline constexpr std::string_view URIdelims_real = "<>#%\"";
 inline constexpr std::string_view moreDelims = ":?@";
 inline constexpr std::string_view moreNonhierDelims = ":?";
-inline constexpr std::string_view delims = Joined<delimsReal, moreDelims>::text;
-inline constexpr std::string_view nonhierdelims = Joined<delimsReal, moreNonhierDelims>::text;
-inline constexpr std::string_view unwise = "{}|\\^[]`";
-inline constexpr std::string_view control{URI::controlchars};
-inline constexpr std::string_view excluded = Joined<control, space, delims, unwise>::text;
-inline constexpr std::string_view queryreserved = "/?:@&=+$";
-inline constexpr std::string_view queryexcluded = Joined<control, space, delims, unwise, queryreserved>::text;
-inline constexpr std::string_view nonhierexcluded = Joined<control, space, nonhierdelims, unwise>::text;
+inline constexpr std::string_view URIdelims = Joined<URIdelims_real, moreDelims>::text;
+inline constexpr std::string_view URInonhierdelims = Joined<URIdelims_real, moreNonhierDelims>::text;
+inline constexpr std::string_view URIunwise = "{}|\\^[]`";
+inline constexpr std::string_view URIcontrol{URI::controlchars};
+inline constexpr std::string_view URIexcluded = Joined<URIcontrol, URIspace, URIdelims, URIunwise>::text;
+inline constexpr std::string_view URIqueryreserved = "/?:@&=+$";
+inline constexpr std::string_view URIqueryexcluded =
+    Joined<URIcontrol, URIspace, URIdelims, URIunwise, URIqueryreserved>::text;
+inline constexpr std::string_view URInonhierexcluded = Joined<URIcontrol, URIspace, URInonhierdelims, URIunwise>::text;
 
 inline constexpr std::string_view moreModified = "/;";
-inline constexpr std::string_view modifiedExcluded = Joined<excluded, moreModified>::text;
+inline constexpr std::string_view modifiedExcluded = Joined<URIexcluded, moreModified>::text;
 
-static_assert(control.size() == 32);
-static_assert(excluded.size() == 32 + 1 + 8 + 8);
+static_assert(URIcontrol.size() == 32);
+static_assert(URIexcluded.size() == 32 + 1 + 8 + 8);
 
 /// The bytes 0x80 to 0xFF in ascending order.
 inline constexpr std::array<char, 128> highBytes = [] {
@@ -77,22 +77,6 @@ inline constexpr std::array<char, 128> highBytes = [] {
     return bytes;
 }();
 
-}  // namespace Lum::Classes
+constexpr std::string_view HighBytesExcluded() noexcept { return {highBytes.data(), highBytes.size()}; }
 
-namespace Lum {
-
-constexpr std::string_view HighBytesExcluded() noexcept {
-    return {Classes::highBytes.data(), Classes::highBytes.size()};
-}
-
-inline constexpr CharBitMap URIexcludedBitMap{Classes::excluded};
-inline constexpr CharBitMap ModifiedURIEXcludedBitMap{Classes::modifiedExcluded};
-inline constexpr CharBitMap URIqueryexcludedBitMap{Classes::queryexcluded};
-inline constexpr CharBitMap URInonhierexcludedBitMap{Classes::nonhierexcluded};
-inline constexpr CharBitMap URIhighBytesExcludedBitMap{HighBytesExcluded()};
-
-static_assert(!URIexcludedBitMap.Contains('\0') && URIexcludedBitMap.Contains('@'));
-static_assert(!URInonhierexcludedBitMap.Contains('@') && ModifiedURIEXcludedBitMap.Contains('/'));
-static_assert(!URIqueryexcludedBitMap.Contains(';') && URIhighBytesExcludedBitMap.Contains(0xFF));
-
-}  // namespace Lum
+}  // namespace Lum::Internal::Classes

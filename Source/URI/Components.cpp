@@ -1,8 +1,7 @@
 // The setters and getters of single components.
 //
-// Each setter escapes in its own way and only some bring the flags up to date. These differences are
-// wanted: an application builds a URI by calling several, and the flags must follow the last of
-// those that decide its form.
+// Compatibility: each setter escapes in its own way, and only some update the flags. Applications build a URI by
+// calling several setters, and the last of those that decide its form must decide the flags.
 #include <string>
 #include <string_view>
 #include <utility>
@@ -10,30 +9,34 @@
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>
 
+#include "Source/Base/Ascii.h"
+#include "Source/URI/Authority.h"
 #include "Source/URI/Escaping.h"
-#include "Source/URI/HostText.h"
+#include "Source/URI/Record.h"
 #include "Source/URI/Scheme.h"
 
 namespace Lum {
 
+using namespace Internal;
+
 void URI::SetScheme(StringProxy scheme) {
-    m_Scheme = FastEscapeChars(std::move(scheme.m_Text), kExcluded);
+    m_Scheme = FastEscapeChars(std::move(scheme.m_Text), URIexcludedBitMap);
     MakeLower(m_Scheme);
 }
 
 void URI::SetUsername(StringProxy username) {
-    m_Username = FastEscapeChars(std::move(username.m_Text), kModifiedExcluded);
+    m_Username = FastEscapeChars(std::move(username.m_Text), ModifiedURIEXcludedBitMap);
 }
 
 void URI::SetPassword(StringProxy password) {
-    m_Password = FastEscapeChars(std::move(password.m_Text), kModifiedExcluded);
+    m_Password = FastEscapeChars(std::move(password.m_Text), ModifiedURIEXcludedBitMap);
 }
 
 void URI::SetAuthority(StringProxy host) {
     std::string& text = host.m_Text;
     MakeLower(text);
     if (!IsIPv6Literal(text)) {
-        text = FastEscapeChars(std::move(text), kModifiedExcluded);
+        text = FastEscapeChars(std::move(text), ModifiedURIEXcludedBitMap);
     } else if (text.size() >= 3 && text.front() != '[') {
         text.insert(0, 1, '[').push_back(']');
     }
@@ -42,7 +45,7 @@ void URI::SetAuthority(StringProxy host) {
 }
 
 void URI::SetServerPort(StringProxy port) {
-    m_ServerPort = FastEscapeChars(std::move(port.m_Text), kExcluded);
+    m_ServerPort = FastEscapeChars(std::move(port.m_Text), URIexcludedBitMap);
     SetHierState(true);
 }
 
@@ -51,28 +54,30 @@ void URI::SetPath(StringProxy path) {
     const std::string_view text = path.m_Text;
     const bool startsWithDrive = text.size() >= 4 && text[2] == '|' && IsOfType(kFileScheme);
     if (startsWithDrive) {
-        m_Path = std::string(text.substr(0, 3)) + FastEscapeChars(text.substr(3), kExcluded);
+        m_Path = std::string(text.substr(0, 3)) + FastEscapeChars(text.substr(3), URIexcludedBitMap);
     } else {
-        m_Path = FastEscapeChars(std::move(path.m_Text), kExcluded);
+        m_Path = FastEscapeChars(std::move(path.m_Text), URIexcludedBitMap);
     }
-    AcceptPath();
+    Access::PathChanged(*this);
 }
 
-void URI::AcceptPath() {
-    if (m_Scheme == kUnknownScheme) {
-        m_Scheme.clear();
+void URI::Access::PathChanged(URI& uri) {
+    if (uri.m_Scheme == kUnknownScheme) {
+        uri.m_Scheme.clear();
     }
-    SetHierState(true);
+    uri.SetHierState(true);
 }
 
 void URI::SetQuery(StringProxy query, bool escape) {
-    m_Query = escape ? FastEscapeChars(std::move(query.m_Text), kExcluded) : std::move(query.m_Text);
+    m_Query = escape ? FastEscapeChars(std::move(query.m_Text), URIexcludedBitMap) : std::move(query.m_Text);
 }
 
-void URI::SetFragment(StringProxy fragment) { m_Fragment = FastEscapeChars(std::move(fragment.m_Text), kExcluded); }
+void URI::SetFragment(StringProxy fragment) {
+    m_Fragment = FastEscapeChars(std::move(fragment.m_Text), URIexcludedBitMap);
+}
 
 void URI::SetNonHierarchical(StringProxy part) {
-    m_NonHierarchical = FastEscapeChars(std::move(part.m_Text), kNonhierExcluded);
+    m_NonHierarchical = FastEscapeChars(std::move(part.m_Text), URInonhierexcludedBitMap);
     SetHierState(false);
 }
 
@@ -86,6 +91,8 @@ void URI::SetParts(StringProxy scheme, StringProxy host, StringProxy port, Strin
     SetFragment(std::move(fragment));
     SetHierState(true);
 }
+
+bool URI::IsOfType(StringProxy scheme) const { return EqualIgnoringAsciiCase(m_Scheme, scheme.m_Text); }
 
 std::string URI::GetScheme() const { return UnescapeText(m_Scheme); }
 std::string URI::GetUsername() const { return UnescapeText(m_Username); }

@@ -1,5 +1,5 @@
-// URIs as text of an encoding other than UTF-8, where escapes stand for bytes of that encoding; and the
-// one form of escapes that the setters give.
+// URIs as text of an encoding other than UTF-8, whose escapes stand for bytes of that encoding. Also gives every
+// component the escapes that its setter would write.
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -12,6 +12,9 @@
 #include "Source/URI/Escaping.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
 constexpr std::size_t kEscapeSize = 3;
@@ -28,7 +31,7 @@ bool AppendEncoded(std::string& out, std::string_view text, const std::string& e
 bool URI::NormalizeEncoding(std::string& text, const std::string& encoding) {
     std::string bytes;
     std::string_view rest = text;
-    // A "%" among the last two bytes is text. So is all of a text of two bytes or less.
+    // A "%" among the last two bytes begins no escape. A text of two bytes or less has none.
     while (rest.size() >= kEscapeSize) {
         const std::size_t literal = FindFirst(rest, '%');
         if (literal == std::string_view::npos) {
@@ -48,7 +51,7 @@ bool URI::NormalizeEncoding(std::string& text, const std::string& encoding) {
         return false;
     }
     if (!text.empty()) {
-        // Not checked: bytes that are no text of the encoding leave an empty string and count as normalised.
+        // Not checked: bytes that are no text of the encoding give an empty string, which counts as success.
         text = Transcoder::EncodingToUTF8(bytes, encoding);
     }
     return true;
@@ -57,7 +60,7 @@ bool URI::NormalizeEncoding(std::string& text, const std::string& encoding) {
 void URI::ForceEscape() {
     SetScheme(GetScheme());
     if (!IsHierarchical()) {
-        m_NonHierarchical = FastEscapeChars(UnescapeText(m_NonHierarchical), kNonhierExcluded);
+        m_NonHierarchical = FastEscapeChars(UnescapeText(m_NonHierarchical), URInonhierexcludedBitMap);
         SetHierState(false);
     } else {
         SetAuthority(GetAuthority());
@@ -70,7 +73,7 @@ void URI::ForceEscape() {
 
 bool URI::FromEncodedString(StringProxy text, StringProxy encoding) {
     const std::string& name = encoding;
-    // A text that is no URI leaves the empty state, which is then treated as any other.
+    // A text that is no URI leaves the empty state. It is then treated like any other.
     if (!ParseURI(Transcoder::EncodingToUTF8(text, name))) {
         m_IsValid = false;
     }
@@ -84,7 +87,7 @@ bool URI::FromEncodedString(StringProxy text, StringProxy encoding) {
         return true;
     };
     const auto storeUser = [](std::string& target) {
-        return [&target](std::string copy) { target = FastEscapeChars(std::move(copy), kModifiedExcluded); };
+        return [&target](std::string copy) { target = FastEscapeChars(std::move(copy), ModifiedURIEXcludedBitMap); };
     };
     bool isNormalized = true;
     if (IsHierarchical()) {
@@ -95,7 +98,7 @@ bool URI::FromEncodedString(StringProxy text, StringProxy encoding) {
                        normalize(m_Username, storeUser(m_Username)) && normalize(m_Password, storeUser(m_Password));
     } else {
         isNormalized = normalize(m_NonHierarchical, [&](std::string copy) {
-            m_NonHierarchical = FastEscapeChars(std::move(copy), kNonhierExcluded);
+            m_NonHierarchical = FastEscapeChars(std::move(copy), URInonhierexcludedBitMap);
             SetHierState(false);
         });
     }
@@ -108,10 +111,6 @@ bool URI::FromEncodedString(StringProxy text, StringProxy encoding) {
 }
 
 URI::StringProxy URI::ToEncodedString(StringProxy encoding) {
-    return std::as_const(*this).ToEncodedString(std::move(encoding));
-}
-
-URI::StringProxy URI::ToEncodedString(StringProxy encoding) const {
     return Transcoder::UTF8ToEncoding(ToStringUTF8(), encoding);
 }
 

@@ -1,8 +1,8 @@
 // Escaping and unescaping in blocks of sixteen bytes, and the operations of Lum::URI over them.
 //
-// Output is collected on the stack and handed over in one piece, so that a short result costs one
-// allocation of its exact size. A block that holds nothing to escape is copied whole; the rest goes
-// through a table. Unescaping works within the string.
+// Output is collected on the stack first, so that a short result costs one allocation of its exact size. A block
+// that holds nothing to escape is copied whole; the bytes of other blocks are looked up in a table. Unescaping
+// works within the string.
 #include "Source/URI/Escaping.h"
 
 #include <algorithm>
@@ -17,11 +17,11 @@
 #include "Source/Base/Block16.h"
 #include "Source/Base/ByteSearch.h"
 #include "Source/Base/Lengths.h"
-#include "Source/URI/HexEscape.h"
-#include "Source/URI/HostText.h"
+#include "Source/URI/Authority.h"
 #include "Source/URI/Unescaping.h"
 
-namespace Lum {
+namespace Lum::Internal {
+
 namespace {
 
 constexpr std::size_t kStep = 16;
@@ -41,8 +41,8 @@ public:
         }
     }
 
-    /// Where the next piece goes; kPiece bytes and a block's overhang may be written there.
-    char* Room(std::size_t expectedRest) {
+    /// Where to write the next piece: kPiece bytes, and up to a block more, may be written there.
+    char* Next(std::size_t expectedRest) {
         if (m_Used > kCapacity) {
             ReserveFor(m_Result, std::uint64_t{m_Result.size()} + m_Used + expectedRest);
             m_Result.append(m_Buffer.data(), m_Used);
@@ -50,7 +50,7 @@ public:
         }
         return m_Buffer.data() + m_Used;
     }
-    void Took(std::size_t size) noexcept { m_Used += size; }
+    void Wrote(std::size_t size) noexcept { m_Used += size; }
 
     std::string Take() && {
         if (m_Result.empty()) {
@@ -80,26 +80,26 @@ std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet
     const char* from = text.data() + clean;
     const char* const end = text.data() + text.size();
     while (static_cast<std::size_t>(end - from) >= kStep) {
-        char* const room = out.Room(static_cast<std::size_t>(end - from));
+        char* const start = out.Next(static_cast<std::size_t>(end - from));
         const Block16 block = Block16::Load(from);
         if (block.InAnyRange(set.KeptRanges()) == kWholeBlock) {
-            block.Store(room);
-            out.Took(kStep);
+            block.Store(start);
+            out.Wrote(kStep);
         } else {
-            char* to = room;
+            char* to = start;
             for (std::size_t i = 0; i < kStep; ++i) {
                 to = EscapeByte(from[i], set, to);
             }
-            out.Took(static_cast<std::size_t>(to - room));
+            out.Wrote(static_cast<std::size_t>(to - start));
         }
         from += kStep;
     }
-    char* const room = out.Room(static_cast<std::size_t>(end - from));
-    char* to = room;
+    char* const start = out.Next(static_cast<std::size_t>(end - from));
+    char* to = start;
     while (from != end) {
         to = EscapeByte(*from++, set, to);
     }
-    out.Took(static_cast<std::size_t>(to - room));
+    out.Wrote(static_cast<std::size_t>(to - start));
     return std::move(out).Take();
 }
 
@@ -115,9 +115,9 @@ std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
         return i;
     }
     const auto search = [&](std::size_t start) {
-        std::uint32_t unsure = ~Block16::Load(text.data() + start).InAnyRange(set.KeptRanges()) & kWholeBlock;
-        for (; unsure != 0; unsure &= unsure - 1) {
-            const std::size_t at = start + static_cast<std::size_t>(std::countr_zero(unsure));
+        std::uint32_t candidates = ~Block16::Load(text.data() + start).InAnyRange(set.KeptRanges()) & kWholeBlock;
+        for (; candidates != 0; candidates &= candidates - 1) {
+            const std::size_t at = start + static_cast<std::size_t>(std::countr_zero(candidates));
             if (set.Contains(text[at])) {
                 return at;
             }
@@ -151,6 +151,19 @@ std::string FastEscapeChars(std::string&& text, const EscapeSet& set) {
     return clean == text.size() ? std::move(text) : EscapeFrom(text, clean, set);
 }
 
+void EscapeInPlace(std::string& text, const EscapeSet& set) {
+    const auto escapes = std::count_if(text.begin(), text.end(), [&](char c) { return set.Contains(c); });
+    std::size_t from = text.size();
+    ReserveFor(text, std::uint64_t{from} + 2 * static_cast<std::uint64_t>(escapes));
+    text.resize(from + 2 * static_cast<std::size_t>(escapes));
+    // From the back, so that nothing is overwritten before it is read.
+    for (std::size_t to = text.size(); to != from;) {
+        const EscapeSet::Output output = set.OutputFor(text[--from]);
+        to -= static_cast<std::size_t>(output.back());
+        std::copy_n(output.data(), output.back(), text.data() + to);
+    }
+}
+
 namespace {
 
 void UnescapeInPlace(std::string& text, bool highBytesOnly) {
@@ -174,12 +187,18 @@ std::string UnescapeText(std::string_view text, bool highBytesOnly) {
     return UnescapeText(std::string(text), highBytesOnly);
 }
 
-URI::StringProxy URI::Escape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), kExcluded); }
+}  // namespace Lum::Internal
+
+namespace Lum {
+
+using namespace Internal;
+
+URI::StringProxy URI::Escape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), URIexcludedBitMap); }
 
 URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
     CharBitMap escaped{chars.m_Text};
     escaped.Add('\0');
-    for (const char c : Classes::control) {
+    for (const char c : Classes::URIcontrol) {
         escaped.Add(c);
     }
     const auto isEscaped = [&](char c) { return escaped.Contains(static_cast<unsigned char>(c)); };

@@ -1,7 +1,7 @@
 // "file" URIs from and to local paths in the styles of Windows, Unix and the classic Mac.
 //
-// Everything here is about text: no file is looked at. Where a path has to move between the
-// colon-separated and the POSIX style, the host is asked, for it knows its volumes.
+// Everything here is about text; no file is accessed. To convert between the colon-separated and the POSIX style,
+// the host is asked, because it knows its volumes.
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -13,6 +13,9 @@
 #include "Source/URI/Scheme.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
 enum class PathStyle { Mac, Unix, Win };
@@ -62,7 +65,8 @@ URI::StringProxy URI::ToLocalPathUnix() const {
         return IsRelative() ? GetPath() : std::string();
     }
     if (!GetAuthority().empty()) {
-        // "localhost" too, though the Mac form takes it. Deliberate.
+        // Compatibility: "localhost" too, although the Mac form accepts it. Callers of this form
+        // take "" to mean that the URI names a host.
         return "";
     }
     return Mac::ColonToPosixPath(ToLocalPathMac());
@@ -73,7 +77,7 @@ URI::StringProxy URI::ToLocalPathWin() const {
         return IsRelative() ? Replaced(GetPath(), '/', '\\') : std::string();
     }
     const std::string host = GetAuthority();
-    // "localhost" is a server like any other here. Deliberate.
+    // Compatibility: "localhost" counts as a server like any other, so that UNC paths with it come back unchanged.
     std::string path = host.empty() ? WithoutLeadingSlash(GetPath()) : "//" + host + GetPath();
     return Replaced(Replaced(std::move(path), '/', '\\'), '|', ':');
 }
@@ -107,7 +111,7 @@ void URI::LocalPathToURIWin(StringProxy path) {
         rest.erase(0, slash);
     }
     if (!rest.empty()) {
-        // Every ":", not only a drive's. Deliberate.
+        // Compatibility: every ":", not only a drive's. ToLocalPathWin changes every "|" back.
         rest = Replaced(WithLeadingSlash(std::move(rest)), ':', '|');
     }
     SetParts(kFileScheme, std::move(server), "", std::move(rest), "", "");

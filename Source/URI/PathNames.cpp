@@ -1,4 +1,4 @@
-// The last component of the path: its name, its extension, whether it is a directory.
+// The last component of the path: its name, its extension, and whether it is a directory.
 #include <string>
 #include <string_view>
 #include <utility>
@@ -6,14 +6,17 @@
 #include <Lum/URI.h>
 
 #include "Source/Base/Ascii.h"
-#include "Source/URI/PathSegments.h"
-#include "Source/URI/UnescapedView.h"
+#include "Source/URI/Escaping.h"
+#include "Source/URI/Paths.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
-/// From the last dot of a name on; nothing where there is none or where it comes first, for a leading
-/// dot marks a hidden name.
+/// The part of a name from its last dot on. Empty if there is no dot or if it is the first character, which marks a
+/// hidden name.
 std::string_view ExtensionOf(std::string_view name) noexcept {
     const std::size_t dot = FindLast(name, '.');
     return dot == std::string_view::npos || dot == 0 ? std::string_view{} : name.substr(dot);
@@ -34,7 +37,8 @@ URI::StringProxy URI::GetFilename(bool withoutExtension) const {
     const UnescapedView path(m_Path);
     std::string_view name = LastSegment(path.Get());
     if (withoutExtension) {
-        // Here a leading dot counts like any other: ".profile" leaves nothing. Deliberate.
+        // Compatibility: a leading dot counts here, unlike for the extension, so that ".profile" leaves nothing.
+        // A change would change the file names that callers build from the stem.
         name = name.substr(0, FindLast(name, '.'));
     }
     return name;

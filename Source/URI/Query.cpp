@@ -15,10 +15,13 @@
 #include "Source/URI/Escaping.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
-/// Walks over the pairs of an escaped query. Between two "&" there is a pair, be it empty; behind the
-/// last one there is none.
+/// Walks over the pairs of an escaped query. There is a pair, perhaps an empty one, before every "&". Behind the
+/// last "&" there is one only if the text is not empty.
 class Pairs {
 public:
     explicit Pairs(std::string_view query) noexcept : m_Rest(query) {}
@@ -44,7 +47,7 @@ private:
     std::string_view m_Value;
 };
 
-/// Reads "+" as a space first, so that an escaped "+" stays one, and then the escapes.
+/// Reads "+" as a space before it decodes escapes, so that an escaped "+" stays a "+".
 std::string QueryUnescaped(std::string text) {
     std::replace(text.begin(), text.end(), '+', ' ');
     return UnescapeText(std::move(text));
@@ -52,19 +55,21 @@ std::string QueryUnescaped(std::string text) {
 
 using PairMap = std::map<std::string, std::string>;
 
-/// Appends "key=value", behind a "&" if it is not the first pair.
+/// Appends "key=value", after a "&" if it is not the first pair.
 void AppendPair(std::string& query, std::string_view key, std::string_view value) {
     if (!query.empty()) {
         query += '&';
     }
-    AppendEscaped(query, key, kQueryExcluded);
+    AppendEscaped(query, key, URIqueryexcludedBitMap);
     query += '=';
-    AppendEscaped(query, value, kQueryExcluded);
+    AppendEscaped(query, value, URIqueryexcludedBitMap);
 }
 
 }  // namespace
 
-URI::StringProxy URI::QueryEscape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), kQueryExcluded); }
+URI::StringProxy URI::QueryEscape(StringProxy text) {
+    return FastEscapeChars(std::move(text.m_Text), URIqueryexcludedBitMap);
+}
 
 URI::StringProxy URI::QueryUnescape(StringProxy text) { return QueryUnescaped(std::move(text.m_Text)); }
 
@@ -104,7 +109,7 @@ bool URI::GetQueryValue(StringProxy key, StringRefProxy value) const {
 }
 
 void URI::SetQueryValue(StringProxy key, StringProxy value) {
-    // The order and the choice of a map of all pairs, without the map.
+    // The result is that of a map of all pairs, without the cost of one.
     std::vector<std::pair<std::string, std::string>> all;
     for (Pairs pairs(m_Query); pairs.Next();) {
         all.emplace_back(QueryUnescaped(std::string(pairs.Key())), QueryUnescaped(std::string(pairs.Value())));
@@ -114,7 +119,7 @@ void URI::SetQueryValue(StringProxy key, StringProxy value) {
     if (!std::is_sorted(all.begin(), std::prev(all.end()), byKey)) {
         std::stable_sort(all.begin(), std::prev(all.end()), byKey);
     }
-    // Written in this way before, the pairs are in order but for the new one.
+    // In a query that was written here before, all pairs but the new one are already sorted.
     std::inplace_merge(all.begin(), std::prev(all.end()), all.end(), byKey);
     std::string query;
     ReserveFor(query, std::uint64_t{m_Query.size()} + all.size() + 16);

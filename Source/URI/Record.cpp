@@ -1,7 +1,9 @@
 // The record's life: construction, copies, the empty state, the flags and what holds between them.
+#include "Source/URI/Record.h"
+
 #include <cassert>
-#include <functional>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include <Lum/URI.h>
@@ -10,31 +12,19 @@
 
 namespace Lum {
 
+using namespace Internal;
+
 URIResolver::~URIResolver() = default;
 
 URI::URI() : m_Scheme(kUnknownScheme), m_IsValid(false), m_IsRelative(false), m_IsHierarchical(false) {}
 
-URI::URI(StringProxy text) : URI() { ParseText(text.m_Text); }
+URI::URI(StringProxy text) : URI() { Access::Parse(*this, text.m_Text); }
 
-URI::URI(const char* text) : URI() { ParseText(text == nullptr ? "" : text); }
+URI::URI(const char* text) : URI() { Access::Parse(*this, text == nullptr ? "" : text); }
 
 URI::URI(const URI& other) = default;
 
-URI::URI(URI&& other) noexcept
-    : m_Scheme(std::move(other.m_Scheme)),
-      m_Authority(std::move(other.m_Authority)),
-      m_ServerPort(std::move(other.m_ServerPort)),
-      m_Path(std::move(other.m_Path)),
-      m_Query(std::move(other.m_Query)),
-      m_Fragment(std::move(other.m_Fragment)),
-      m_Username(std::move(other.m_Username)),
-      m_Password(std::move(other.m_Password)),
-      m_NonHierarchical(std::move(other.m_NonHierarchical)),
-      m_IsValid(other.m_IsValid),
-      m_IsRelative(other.m_IsRelative),
-      m_IsHierarchical(other.m_IsHierarchical) {
-    other.Initialize();
-}
+URI::URI(URI&& other) noexcept : URI() { *this = std::move(other); }
 
 URI::~URI() = default;
 
@@ -45,30 +35,21 @@ URI& URI::operator=(const URI& other) {
 
 URI& URI::operator=(URI&& other) noexcept {
     if (this != &other) {
-        m_Scheme = std::move(other.m_Scheme);
-        m_Authority = std::move(other.m_Authority);
-        m_ServerPort = std::move(other.m_ServerPort);
-        m_Path = std::move(other.m_Path);
-        m_Query = std::move(other.m_Query);
-        m_Fragment = std::move(other.m_Fragment);
-        m_Username = std::move(other.m_Username);
-        m_Password = std::move(other.m_Password);
-        m_NonHierarchical = std::move(other.m_NonHierarchical);
-        m_IsValid = other.m_IsValid;
-        m_IsRelative = other.m_IsRelative;
-        m_IsHierarchical = other.m_IsHierarchical;
+        const auto moved = [](auto&... components) { return std::forward_as_tuple(std::move(components)...); };
+        Access::Components(*this) = std::apply(moved, Access::Components(other));
+        Access::Flags(*this) = Access::Flags(other);
         other.Initialize();
     }
     return *this;
 }
 
 URI& URI::operator=(StringProxy text) {
-    ParseText(text.m_Text);
+    Access::Parse(*this, text.m_Text);
     return *this;
 }
 
 URI& URI::operator=(const char* text) {
-    // Copied first: the text may stand in one of this object's components.
+    // Copied first: the text may be part of one of this object's components.
     return *this = StringProxy(text);
 }
 
@@ -79,39 +60,20 @@ void URI::CopyURI(const URI& other) {
         return;
     }
     try {
-        m_Scheme = other.m_Scheme;
-        m_Authority = other.m_Authority;
-        m_ServerPort = other.m_ServerPort;
-        m_Path = other.m_Path;
-        m_Query = other.m_Query;
-        m_Fragment = other.m_Fragment;
-        m_Username = other.m_Username;
-        m_Password = other.m_Password;
-        m_NonHierarchical = other.m_NonHierarchical;
+        Access::Components(*this) = Access::Components(other);
     } catch (...) {
         Initialize();
         throw;
     }
-    m_IsValid = other.m_IsValid;
-    m_IsRelative = other.m_IsRelative;
-    m_IsHierarchical = other.m_IsHierarchical;
-    CheckInvariants();
+    Access::Flags(*this) = Access::Flags(other);
+    Access::CheckInvariants(*this);
 }
 
 void URI::Initialize() noexcept {
-    // Fits every string's storage, so that nothing is allocated.
+    std::apply([](auto&... components) { (components.clear(), ...); }, Access::Components(*this));
+    // Fits the storage that every string has, so that nothing is allocated.
     m_Scheme = kUnknownScheme;
-    m_Authority.clear();
-    m_ServerPort.clear();
-    m_Path.clear();
-    m_Query.clear();
-    m_Fragment.clear();
-    m_Username.clear();
-    m_Password.clear();
-    m_NonHierarchical.clear();
-    m_IsValid = false;
-    m_IsRelative = false;
-    m_IsHierarchical = false;
+    Access::Flags(*this) = std::tuple(false, false, false);
 }
 
 void URI::SetHierState(bool hierarchical) {
@@ -130,7 +92,7 @@ void URI::SetHierState(bool hierarchical) {
         m_IsRelative = false;
         m_IsValid = !hasNoScheme;
     }
-    CheckInvariants();
+    Access::CheckInvariants(*this);
 }
 
 bool URI::IsValidURI() const { return m_IsValid; }
@@ -138,12 +100,12 @@ bool URI::IsAbsolute() const { return !m_IsRelative; }
 bool URI::IsRelative() const { return m_IsRelative; }
 bool URI::IsHierarchical() const { return m_IsHierarchical; }
 
-void URI::CheckInvariants() const noexcept {
+void URI::Access::CheckInvariants([[maybe_unused]] const URI& uri) noexcept {
     // A user name or password may be set ahead of the host that makes the URI hierarchical; all
     // other components belong to one form only.
-    assert(m_IsHierarchical ? m_NonHierarchical.empty()
-                            : m_Authority.empty() && m_ServerPort.empty() && m_Path.empty());
-    assert(!m_IsRelative || m_IsHierarchical);
+    assert(uri.m_IsHierarchical ? uri.m_NonHierarchical.empty()
+                                : uri.m_Authority.empty() && uri.m_ServerPort.empty() && uri.m_Path.empty());
+    assert(!uri.m_IsRelative || uri.m_IsHierarchical);
 }
 
 URIResolver* URI::m_Resolver = nullptr;

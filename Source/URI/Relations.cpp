@@ -1,54 +1,65 @@
-// Questions about two URIs: the same, above, below, and where they meet.
+// Questions about two URIs: whether one is the same as, above or below the other, and their common parent.
 //
-// Both sides pass through the resolver first. Without one the URIs are looked at where they are.
-#include "Source/URI/Relations.h"
-
+// Both URIs pass through the resolver first. Without a resolver nothing is copied.
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include <Lum/URI.h>
 
+#include "Source/URI/Escaping.h"
+#include "Source/URI/Paths.h"
+#include "Source/URI/Record.h"
 #include "Source/URI/Scheme.h"
-#include "Source/URI/UnescapedView.h"
+#include "Source/URI/UnescapingPlain.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
 std::string_view WithDefault(std::string_view port, std::string_view scheme) noexcept {
     return port.empty() ? DefaultPortOf(scheme) : port;
 }
 
+/// Whether a path that SetPath stored is read as a different path. SetPath keeps the first three bytes of a "file"
+/// path with a drive unescaped, and "%4|" is an escape when it is read. The byte that it stands for begins no other
+/// escape. Therefore the path one step up is always read as it was set.
+bool ChangesWhenStoredAgain(std::string_view path) noexcept {
+    return path.size() > 2 && path[2] == '|' && ReadEscape({path[0], path[1], path[2]}).length == 3;
+}
+
 }  // namespace
 
-bool URI::HasSameAuthority(const URI& other) const {
-    return GetAuthority() == other.GetAuthority() && m_ServerPort == other.m_ServerPort;
+bool URI::Access::HaveSameAuthority(const URI& a, const URI& b) {
+    return a.GetAuthority() == b.GetAuthority() && a.m_ServerPort == b.m_ServerPort;
 }
 
-bool URI::IsComparable(const URI& other) const noexcept {
+bool URI::Access::AreComparable(const URI& a, const URI& b) noexcept {
     // Hosts differ most often, and most often in length.
-    return m_Authority == other.m_Authority && m_Scheme == other.m_Scheme && !m_IsRelative && !other.m_IsRelative &&
-           m_IsHierarchical == other.m_IsHierarchical &&
-           WithDefault(m_ServerPort, m_Scheme) == WithDefault(other.m_ServerPort, other.m_Scheme);
+    return a.m_Authority == b.m_Authority && a.m_Scheme == b.m_Scheme && !a.m_IsRelative && !b.m_IsRelative &&
+           a.m_IsHierarchical == b.m_IsHierarchical &&
+           WithDefault(a.m_ServerPort, a.m_Scheme) == WithDefault(b.m_ServerPort, b.m_Scheme);
 }
 
-RelationCode URI::Relate(const URI& other, bool caseSensitive) const {
-    if (!IsComparable(other)) {
+RelationCode URI::Access::Relate(const URI& a, const URI& b, bool caseSensitive) {
+    if (!AreComparable(a, b)) {
         return kRelationNone;
     }
-    if (!m_IsHierarchical) {
-        return m_NonHierarchical == other.m_NonHierarchical ? kRelationSame : kRelationNone;
+    if (!a.m_IsHierarchical) {
+        return a.m_NonHierarchical == b.m_NonHierarchical ? kRelationSame : kRelationNone;
     }
-    return RelatePaths(UnescapedView(m_Path).Get(), UnescapedView(other.m_Path).Get(), caseSensitive);
+    return RelatePaths(UnescapedView(a.m_Path).Get(), UnescapedView(b.m_Path).Get(), caseSensitive);
 }
 
 int URI::GetRelation(const URI& other, bool caseSensitive) const {
     if (m_Resolver == nullptr) {
-        return Relate(other, caseSensitive);
+        return Access::Relate(*this, other, caseSensitive);
     }
     const URI a = Resolve(*this);
     const URI b = Resolve(other);
-    return a.Relate(b, caseSensitive);
+    return Access::Relate(a, b, caseSensitive);
 }
 
 int URI::GetRelationByString(StringProxy a, StringProxy b) {
@@ -66,17 +77,15 @@ URI URI::GetCommonParent(const URI& other, bool caseSensitive) const {
     parent.ChDir(".", false);
     below.ChDir(".", false);
     if (parent.m_IsRelative) {
-        // The scheme was "unknown"; climbing from a relative path would go on for ever.
+        // The scheme was "unknown". Going up from a relative path would never end.
         return {};
     }
-    // A resolver is asked anew at each level, so the climb can be cut short only without one. Nor can
-    // it where "%4|" at the head of a "file" path is kept as it is, and so reads as something else.
-    const bool readsAnew = parent.m_Path.size() > 2 && parent.m_Path[0] == '%' && parent.m_Path[2] == '|';
-    if (m_Resolver == nullptr && !readsAnew) {
-        parent.ClimbAtOnce(below, caseSensitive);
-        return parent;
-    }
     for (;;) {
+        // A resolver must be asked at every level. Without one, the levels between can be skipped.
+        if (m_Resolver == nullptr && !ChangesWhenStoredAgain(parent.m_Path)) {
+            Access::ReduceToCommonParent(parent, below, caseSensitive);
+            return parent;
+        }
         const int relation = parent.GetRelation(below, caseSensitive);
         if (relation == kRelationSame || relation == kRelationParent) {
             return parent;
@@ -89,17 +98,18 @@ URI URI::GetCommonParent(const URI& other, bool caseSensitive) const {
     }
 }
 
-void URI::ClimbAtOnce(const URI& below, bool caseSensitive) {
-    const std::string path = GetPath();
+void URI::Access::ReduceToCommonParent(URI& uri, const URI& other, bool caseSensitive) {
+    const std::string path = uri.GetPath();
     std::size_t kept = 0;
-    if (IsComparable(below)) {
-        const UnescapedView other(below.m_Path);
+    if (AreComparable(uri, other)) {
+        const UnescapedView otherPath(other.m_Path);
         Segments walk(path);
-        Segments otherWalk(other.Get());
+        Segments otherWalk(otherPath.Get());
         kept = SkipCommonSegments(walk, otherWalk, caseSensitive);
         const bool reachesOther = kept > 0 && otherWalk.AtEnd();
-        if (reachesOther && HasLeadingSlash(path) != HasLeadingSlash(other.Get())) {
-            // The same segments from another start are not the same place; one level up is above it.
+        if (reachesOther && HasLeadingSlash(path) != HasLeadingSlash(otherPath.Get())) {
+            // Only one of the paths starts at the root, so that equal segments name different directories. The one
+            // above is common.
             --kept;
         } else if (walk.AtEnd()) {
             return;
@@ -109,7 +119,7 @@ void URI::ClimbAtOnce(const URI& below, bool caseSensitive) {
     for (Segments walk(path); kept > 0; --kept, walk.Next()) {
         parent.Push(walk.Current());
     }
-    SetPath(std::move(parent).Take(true));
+    uri.SetPath(std::move(parent).Take(true));
 }
 
 URI URI::GetCommonParentByString(StringProxy a, StringProxy b, bool caseSensitive) {
@@ -121,7 +131,7 @@ URI URI::GetCommonParentByString(StringProxy a, StringProxy b, bool caseSensitiv
 bool URI::CompareAuthority(StringProxy a, StringProxy b) {
     const URI first = Resolve(URI(std::move(a)));
     const URI second = Resolve(URI(std::move(b)));
-    return first.HasSameAuthority(second);
+    return Access::HaveSameAuthority(first, second);
 }
 
 bool URI::IsUnderDirectory(StringProxy name) const {

@@ -5,11 +5,11 @@
 #include <array>
 #include <string_view>
 
-namespace Lum {
+namespace Lum::Internal {
 
-/// Marks the empty state; a hierarchical absolute URI may not have it.
+/// The scheme of the empty state. A valid hierarchical absolute URI does not have it.
 inline constexpr std::string_view kUnknownScheme = "unknown";
-/// Prints "//" without a host, and keeps "/C|" in its paths.
+/// Its URIs print "//" even without a host, and keep "/C|" in their paths.
 inline constexpr std::string_view kFileScheme = "file";
 
 struct DefaultPort {
@@ -30,4 +30,4 @@ constexpr std::string_view DefaultPortOf(std::string_view scheme) noexcept {
     return found == kDefaultPorts.end() ? std::string_view{} : found->port;
 }
 
-}  // namespace Lum
+}  // namespace Lum::Internal

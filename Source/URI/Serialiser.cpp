@@ -1,4 +1,5 @@
-// Puts a record together again as text, as stored or unescaped.
+// Prints a record as text, as stored or unescaped, and compares URIs by what they print.
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <ostream>
@@ -7,21 +8,25 @@
 
 #include <Lum/URI.h>
 
-#include "Source/Base/CopyBytes.h"
+#include "Source/Base/Ascii.h"
 #include "Source/Base/Lengths.h"
+#include "Source/Base/ShortCopies.h"
 #include "Source/URI/Escaping.h"
 #include "Source/URI/Scheme.h"
 
 namespace Lum {
+
+using namespace Internal;
+
 namespace {
 
-/// Adds up what Write would take.
+/// Adds up how much Write will write.
 struct Measure {
     std::uint64_t size = 0;
     void operator()(std::string_view piece) noexcept { size += piece.size(); }
 };
 
-/// Writes pieces one behind the other.
+/// Writes pieces one after the other.
 struct Write {
     char* to;
     void operator()(std::string_view piece) noexcept { to = CopyBytes(to, piece); }
@@ -42,7 +47,7 @@ struct Components {
 
 enum class Form { NonHierarchical, Relative, WithoutAuthority, WithAuthority };
 
-/// Hands the pieces of the text to `out` in their order.
+/// Calls `out` with the pieces of the text in their order.
 template <class Out>
 void Emit(Form form, const Components& parts, Out& out) noexcept {
     if (form == Form::NonHierarchical) {
@@ -112,7 +117,21 @@ std::string URI::ToString(bool unescaped) const {
 
 std::string URI::ToStringUTF8() const { return UnescapeText(ToString(false), true); }
 
-std::string URI::ToStringUTF8Escaped() const { return FastEscapeChars(ToString(false), kHighBytesExcluded); }
+std::string URI::ToStringUTF8Escaped() const { return FastEscapeChars(ToString(false), URIhighBytesExcludedBitMap); }
+
+int URI::Compare(const std::string& a, const std::string& b, bool caseSensitive) {
+    return caseSensitive ? a.compare(b) : CompareIgnoringAsciiCase(a, b);
+}
+
+bool URI::operator==(const char* text) const { return ToString(false) == (text == nullptr ? "" : text); }
+bool URI::operator==(StringProxy text) const { return ToString(false) == text.m_Text; }
+bool URI::operator==(const URI& other) const { return ToString(false) == other.ToString(false); }
+
+std::strong_ordering URI::operator<=>(const char* text) const {
+    return ToString(false) <=> (text == nullptr ? "" : text);
+}
+std::strong_ordering URI::operator<=>(StringProxy text) const { return ToString(false) <=> text.m_Text; }
+std::strong_ordering URI::operator<=>(const URI& other) const { return ToString(false) <=> other.ToString(false); }
 
 std::ostream& operator<<(std::ostream& out, const URI& uri) { return out << uri.ToString(false); }
 

@@ -1,19 +1,18 @@
-// Picks what decodes escapes in place on this processor.
+// Chooses the fastest decoder of escapes for this processor.
 #pragma once
 
+#include "Source/Base/Cpu.h"
 #include "Source/URI/UnescapingPlain.h"
 
 #ifdef __SSE2__
 #include "Source/URI/UnescapingSsse3.h"
-namespace Lum {
+namespace Lum::Internal {
 inline UnescapeFunction FastestUnescape() noexcept {
-    // Local, for the sake of static initialisers that unescape before those of this library ran.
-    static const UnescapeFunction fastest = Ssse3::IsSupported() ? Ssse3::Unescape : Plain::Unescape<false>;
-    return fastest;
+    return UsedCpu() >= CpuTier::kSsse3 ? Ssse3::Unescape : Plain::Unescape<false>;
 }
-}  // namespace Lum
+}  // namespace Lum::Internal
 #else
-namespace Lum {
+namespace Lum::Internal {
 inline UnescapeFunction FastestUnescape() noexcept { return Plain::Unescape<false>; }
-}  // namespace Lum
+}  // namespace Lum::Internal
 #endif

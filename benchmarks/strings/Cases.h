@@ -20,7 +20,7 @@
 
 namespace Bench::Strings {
 
-/// Which rows the cases with strings that come and go are told in.
+/// In which rows the cases with strings that are made and destroyed appear.
 struct Rows {
     std::string suffix = kLocked;
     bool areFixed = false;
@@ -117,7 +117,7 @@ void AddMid(const std::string& subject, const Inputs& inputs, const Rows& rows) 
     AddPreparedCase(kMid + rows.suffix, subject, inputs.thousands, Make<Ops>, mid, rows.Counts(), rows.Iterations(8));
 }
 
-/// Told for a token.
+/// The figure is for one token.
 template <class Ops>
 void AddTokenise(const std::string& subject, const Inputs& inputs, const Rows& rows) {
     const Units& units = inputs.lists.front();

@@ -9,7 +9,7 @@
 namespace Bench::Strings {
 namespace {
 
-// One unit at a step, as compilers make of these loops where they do not go as far as -O3.
+// One unit at a time, as compilers make of these loops where they do not go as far as -O3.
 #ifdef __clang__
 #define PLAINLY
 #else

@@ -46,7 +46,7 @@ std::vector<std::string> Notes() {
         "find: what is sought ends the text. Near misses: every word has all but one letter of it, or all but the "
         "last. Common letters: every word shares its first three.",
         "upper, then lower: in place, both counted. std::u16string's is a loop over ASCII letters, as CString's rule "
-        "is, one unit at a step; QString and UnicodeString change all of Unicode's.",
+        "is, one unit at a time; QString and UnicodeString change all of Unicode's.",
         "format: std::u16string is snprintf and widening; QString is asprintf.",
         "growth: an element is a unit of the text searched, in which a text of half its size is sought, or a unit "
         "appended.",

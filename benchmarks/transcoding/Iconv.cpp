@@ -22,7 +22,7 @@ public:
     Converter& operator=(const Converter&) = delete;
     ~Converter() { iconv_close(m_Converter); }
 
-    /// A fresh text of at most `most` bytes, in room that nobody has cleared.
+    /// A fresh text of at most `most` bytes, in a buffer that is not cleared.
     std::unique_ptr<char[]> Convert(const void* bytes, std::size_t size, std::size_t most) {
         std::unique_ptr<char[]> result(new char[most]);
         char* from = static_cast<char*>(const_cast<void*>(bytes));

@@ -17,7 +17,7 @@
 namespace Bench::Transcoding {
 namespace {
 
-/// A fresh text, in room that nobody has cleared.
+/// A fresh text, in a buffer that is not cleared.
 template <class Unit>
 struct Text {
     std::unique_ptr<Unit[]> units;

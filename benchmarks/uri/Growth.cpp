@@ -19,7 +19,7 @@ namespace {
 const std::vector<std::size_t> kSizes{10, 100, 1'000, 10'000};
 using QueryMap = std::map<std::string, std::string>;
 
-/// A URL of `count` segments, those from the middle on told apart by `branch`.
+/// A URL of `count` segments, those from the middle on ending with `branch`.
 Lum::URI Deep(std::size_t count, std::string_view branch) {
     std::string text = "http://example.org";
     for (std::size_t i = 0; i < count; ++i) {
@@ -29,6 +29,15 @@ Lum::URI Deep(std::size_t count, std::string_view branch) {
         }
     }
     return Lum::URI(text);
+}
+
+/// A "file" path of `count` segments behind three bytes that are kept unescaped, and that read as an
+/// escape then.
+Lum::URI DeepBehindOddDrive(std::size_t count) {
+    Lum::URI uri("http://");
+    uri.SetPath("%4|" + Deep(count, "").GetPath());
+    uri.SetScheme("file");
+    return uri;
 }
 
 /// A reference of `count` segments that goes up and down, on the whole down.
@@ -90,6 +99,9 @@ void AddPathGrowth() {
     });
     AddGrowthCases("uri/growth of GetCommonParent", kSizes, [](std::size_t size) {
         return [a = Deep(size, "east"), b = Deep(size, "west")] { return a.GetCommonParent(b, true); };
+    });
+    AddGrowthCases("uri/growth of GetCommonParent, odd drive", kSizes, [](std::size_t size) {
+        return [a = DeepBehindOddDrive(size), b = Lum::URI("file:///other")] { return a.GetCommonParent(b, true); };
     });
 }
 

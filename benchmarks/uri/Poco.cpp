@@ -61,7 +61,7 @@ void SetQueryKey(Poco::URI& uri, const QueryPair& change) {
 }
 
 std::string Escape(const std::string& text) {
-    // The delimiters that Lum escapes and POCO does not unless told so.
+    // The delimiters that Lum escapes and POCO escapes only on request.
     static const std::string reserved = ":?@#";
     std::string escaped;
     Poco::URI::encode(text, reserved, escaped);

@@ -133,10 +133,9 @@ void AddCases() {
         "query to map: Qt keeps \"+\"; POCO, Qt and uriparser give a list of pairs, the others a map.");
     state.notes.emplace_back(
         "query set key: POCO and Qt take the query apart and write it anew, as Lum does; Boost.URL edits it in place.");
-    state.notes.emplace_back(
-        "relation: URLs of the list with the next one, up to " + std::to_string(kCachedCount) +
-        " pairs; a tenth of parsing the two. Most differ in the host and are told apart by it; \"same site\" is of "
-        "those that do not.");
+    state.notes.emplace_back("relation: URLs of the list with the next one, up to " + std::to_string(kCachedCount) +
+                             " pairs; a tenth of parsing the two. Most differ in the host; \"same site\" is of "
+                             "those that do not.");
     state.notes.emplace_back(
         "growth: an element is a path segment or a query pair. A std::map costs the logarithm of its size for each of "
         "them, and more where it outgrows a cache: see the row that only fills one.");

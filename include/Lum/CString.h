@@ -2,14 +2,15 @@
 //
 // A CString is one pointer, to units that end with a 0 behind the text; zeros inside are text like any
 // other. In front of the units lies a CStringData with the count of sharers. Copying shares and costs
-// an addition. The first write through any holder gives that holder a buffer of its own. Buffers have
-// room for 64, 128, 256 or 512 units, or exactly the length above that; appending does not double, so
+// an addition. The first write through any holder gives that holder a buffer of its own. Buffers have a
+// capacity of 64, 128, 256 or 512 units, or above that exactly the length; appending does not double, so
 // grow long texts with GetBuffer or in a std::u16string.
 //
-// The count goes up when a string is released too, and a buffer returns to its pool only if it is
-// locked (LockBuffer) when its holder goes; every other buffer is kept for the life of the process.
-// That is by design: a pointer from GetAsUniCharStr to an unlocked buffer never dangles. A buffer that
-// was ever shared counts as shared for good. Where many strings come and go, lock each one last.
+// Compatibility: the count goes up when a string is released too, and a buffer returns to its pool only if
+// it is locked (LockBuffer) when its holder is destroyed; every other buffer is kept for the life of the
+// process. Applications rely on it: a pointer from GetAsUniCharStr to an unlocked buffer never dangles. A
+// buffer that was once shared counts as shared for ever. Where many strings are made and destroyed, lock each
+// one last.
 //
 // Indices, lengths and results are in code units, int. An operation that takes units takes
 // `const unsigned short*` and `const char16_t*`; the text it points to ends with a 0 unit, may lie
@@ -17,7 +18,7 @@
 // character. A value outside of the text is clamped or ignored as each operation says; nothing reads
 // or writes outside of the buffer. Case and white space follow ASCII, whatever the locale.
 //
-// Threads: none of this is synchronised, nor are the pools that all strings share: all strings of a
+// Threads: neither strings nor the pools that all of them share are synchronised, so that all strings of a
 // process belong to one thread at a time. Static initialisers of an application may use all of it.
 //
 // Failure: only std::bad_alloc is thrown, for a length that an int cannot hold as well; the string is
@@ -45,9 +46,9 @@
 /// What lies in front of a buffer's units. For reading; see CString.
 struct CStringData {
     CFStringRef cachedCFString;  ///< The text as the host's string, made when asked for; owned.
-    std::int32_t refCount;       ///< 1 when new, and more; -1 if locked. At its end it stays there.
+    std::int32_t refCount;       ///< 1 when new, and more; -1 if locked or the empty buffer's. It stays at its maximum.
     std::int32_t dataLength;     ///< Units of text, without the 0 behind it.
-    std::int32_t allocLength;    ///< Units that there is room for, without the 0 behind them.
+    std::int32_t allocLength;    ///< The capacity in units, without the 0 behind them.
 };
 static_assert(sizeof(CStringData) == (sizeof(void*) == 4 ? 16 : 24));
 
@@ -101,8 +102,8 @@ public:
     /// 0x10000 the number of a string resource. If the bytes are not valid in the encoding, the
     /// string is as many 0 units as there are bytes.
     CString(const char* text);
-    /// The same, whole, however small `length` is: that many 0 units are what is left if `text` is null
-    /// or not valid. Empty if `length` is 0 or less.
+    /// The same: all of `text` up to its NUL, however small `length` is. If `text` is null or not valid,
+    /// the string is `length` 0 units. Empty if `length` is 0 or less.
     CString(const char* text, int length);
     /// Releases the buffer; see the head of this file.
     ~CString() {
@@ -111,7 +112,7 @@ public:
         }
     }
 
-    /// Shares the buffer of `other`; copies the text if either is locked or `other` is empty.
+    /// Shares the buffer of `other`; copies the text if either is locked or `other` has the empty buffer.
     CString& operator=(const CString& other);
     /// Copies a 0-terminated text; null empties. No value is taken for a resource's number here.
     CString& operator=(const unsigned short* text);
@@ -225,8 +226,8 @@ public:
     [[nodiscard]] CString SpanExcluding(Lum::UnitPointer set) const;
     /// The next run of units that are not in `delimiters`, from `position` on, which is then set behind
     /// the delimiter that ends it. Empty, with `position` -1, when none is left. "  a,b" with " ," from
-    /// 0 gives "a" (4), "b" (6), "" (-1). Null delimiters give the whole text. A negative position
-    /// counts as 0, and a 0 unit ends a token: stop at -1.
+    /// 0 gives "a" (4), "b" (6), "" (-1). A 0 unit ends a token, too. A negative position counts
+    /// as 0: stop at -1. Null delimiters give the whole text and leave `position` as it is.
     CString Tokenize(Lum::UnitPointer delimiters, int& position) const;
 
     // Parts between delimiters, numbered from 0. A delimiter from 0x80 on is taken as a negative number
@@ -243,16 +244,18 @@ public:
     [[nodiscard]] CString GetLastPart(char delimiter) const;
     [[nodiscard]] CString GetLastPart(const CString& delimiter) const;
     /// The parts from `first` up to and without `last` (-1: to the end), with delimiters between them;
-    /// parts that do not exist are empty ones. Of (1, 3) of "a:b:c:d" it is "b:c". An empty range gives
-    /// the one part `first`, on purpose, and one with `last` below `first` nothing.
+    /// parts that do not exist are empty ones. Of (1, 3) of "a:b:c:d" it is "b:c". If `last`
+    /// is below `first`, the result is empty. Compatibility: equal ends give the one part `first`, which
+    /// applications ask for so.
     [[nodiscard]] CString GetPartRange(char delimiter, int first, int last) const;
     [[nodiscard]] CString GetPartRange(const CString& delimiter, int first, int last) const;
-    /// The text without its first `count` units; what its name says it is not.
+    /// The text without its first `count` units. Compatibility: not the last `count` units, as the name says.
     [[nodiscard]] CString RightMost(int count) const;
 
     // ---- Editing --------------------------------------------------------------------------------
 
-    /// Returns to the empty string. A locked buffer is kept, with an empty text.
+    /// Returns to the empty buffer. A locked buffer is kept, with an empty text, and so is any buffer whose
+    /// text is empty already.
     void Empty();
     /// Sets the unit at `index`; ignored outside of the text.
     template <std::integral Unit>
@@ -260,7 +263,7 @@ public:
         SetUnit(index, Lum::AsUnit(unit));
     }
     /// Removes `count` units from `index` on (a negative index counts as 0), at most to the end. Returns
-    /// the length from before, on purpose.
+    /// the length before the call.
     int Delete(int index, int count = 1);
     /// Inserts in front of `index`, clamped to the text, and returns the new length.
     template <std::integral Unit>
@@ -372,11 +375,12 @@ public:
     template <class Text, class... Arguments>
     requires(std::same_as<Arguments, CString> || ...) void Format(const Text& format,
                                                                   const Arguments&... arguments) = delete;
-    /// Do nothing, on purpose.
+    /// Compatibility: do nothing; applications call them on texts that have to stay as they are.
     void FormatMessage(const unsigned short* format, ...);
     void FormatMessage(const char16_t* format, ...);
     void FormatMessage(unsigned int formatId, ...);
-    /// The number that the text begins with behind white space; 0 if there is none.
+    /// The number that the text begins with behind white space; 0 if there is none. One that an int cannot
+    /// hold is the nearest that it can.
     [[nodiscard]] int GetIntValue() const;
     [[nodiscard]] double GetDoubleValue() const;
 
@@ -397,7 +401,7 @@ public:
     /// The encoding is ignored. True.
     bool SetFromCFStringRef(CFStringRef string, unsigned long encoding);
 
-    /// Writes the first 255 units; all behind a 0 unit are 0 then. A 0 follows where there is room.
+    /// Writes the first 255 units; all behind a 0 unit are 0 then. A 0 follows unless all 255 are used.
     void GetHFSUniStr255(HFSUniStr255* name) const;
     /// Takes all units of the name, 255 at most; all behind a 0 unit are 0 then. Null changes nothing.
     void SetFromHFSUniStr255(const HFSUniStr255* name);
@@ -405,19 +409,23 @@ public:
     /// bytes that are not valid.
     void FromMac(const unsigned char* pascal);
     /// Writes the same into a buffer of `size` bytes: the first size - 1 units, one less rather than half
-    /// a surrogate pair. If their bytes are more than size - 2 (one less than there is room for, on
-    /// purpose) or 255, or the encoding cannot say them, only the length byte is written, and is 0.
+    /// a surrogate pair. If their bytes are more than size - 2 or 255, or the encoding cannot express
+    /// them, the buffer becomes 0, up to its first 256 bytes. Compatibility: size - 1 bytes would fit, but
+    /// applications expect them to be refused.
+    /// Null and a size that is not positive change nothing.
     void ToMac(unsigned char* pascal, long size) const;
 
     // ---- String resources -----------------------------------------------------------------------
-    // By number, as <Lum/StringResources.h> tells. By type and name, from the newest open resource file
+    // By number, as <Lum/StringResources.h> says. By type and name, from the newest open resource file
     // (<Lum/Platform.h>), and by handle: `unicode` texts are all the bytes, as units in the host's order;
     // others the bytes up to the first NUL, in the application's encoding. Bytes that are not valid in
     // it load the empty string. Types are four-character codes: 'TEXT' is 0x54455854. Names are Pascal
-    // strings in the application's encoding, equal in any case of the ASCII letters.
+    // strings in the application's encoding, equal in any case of the ASCII letters. A CString that this
+    // encoding cannot say in 254 bytes is refused as a name: the answer is false, and nothing changes.
 
-    /// Loads a string by its number; one that nobody knows loads its own decimal text. False if the
-    /// index leads to an empty entry, which changes nothing, and if a table's string is empty.
+    /// Loads a string by its number; one that nobody knows loads its own decimal text. False if a table's
+    /// string is empty, and if the index leads to an empty entry. Such an entry changes nothing the first
+    /// time; while the number's slot is kept, later look-ups load what that first string was then.
     bool LoadString(unsigned int id);
     template <std::integral Id>
     bool LoadString(Id id) {
@@ -428,7 +436,7 @@ public:
     /// The names of those tables, or null. To be changed with AddStringTableForSearch.
     static struct __CFArray* m_arrayOfStringTables;  // NOLINT: the services' name
 
-    /// Loads a handle's text; false, with nothing changed, for a null handle.
+    /// Loads a handle's text, which is empty for what is no handle; false, with nothing changed, for null.
     bool LoadString(char** handle);
     bool LoadUnicodeString(char** handle);
     /// Loads a resource; false, with nothing changed, if there is none.
@@ -441,23 +449,31 @@ public:
     /// The same up to the first 0 unit in the application's encoding: whole characters of at most twice
     /// as many bytes as units, up to one that the encoding does not have.
     bool UnloadString(char*** handle) const;
-    /// Writes into a resource and marks it changed, or adds one with a number of its own. Whether there
-    /// was one. Neither is kept by a file that was opened for reading only or has no room.
+    /// Writes into a resource and marks it changed, or adds one with a number of its own. Returns whether
+    /// there was one. A file that was opened for reading only, or is full, keeps neither.
     bool UnloadString(unsigned long type, const unsigned char* name, bool unicode) const;
     bool UnloadString(unsigned long type, const CString& name, bool unicode) const;  // NOLINT: not for the answer
 
     // ---- The buffer -----------------------------------------------------------------------------
 
-    /// The units, for writing, with room for `minLength` of them and a 0; close with ReleaseBuffer. The
-    /// text stays; behind it everything is 0 that the caller has not written. Room that is there is used:
-    /// 0 on an empty string gives the one empty buffer, which is not for writing.
+    // What is written through a pointer from here stays: the four operations below change no unit of a
+    // buffer that they keep but the 0 at a length that they set. All of the capacity may be written, and
+    // a 0 behind it. Behind the text, a buffer that GetBuffer makes is 0; one that it keeps holds what the
+    // caller or older texts of this process left there, never uninitialised memory.
+
+    /// The units, for writing, at least `minLength` of them and a 0; close with ReleaseBuffer. The
+    /// text stays. A buffer that is large enough and not shared is kept: 0 on an empty string gives the
+    /// one empty buffer, which is not for writing.
     unsigned short* GetBuffer(int minLength);
-    /// The same, and sets the length: units that the text did not have are 0.
+    /// GetBuffer, then sets the length, and the 0 there. The caller writes the units that the text did not have.
     unsigned short* GetBufferSetLength(int length);
-    /// Sets the length after a write through the buffer: to the first 0 unit, or to `length` if that is
-    /// not -1 (cut to the room there is; another negative length counts as 0).
+    /// Sets the length after a write through the buffer: to the first 0 unit in all of the capacity, or
+    /// to `length` if that is not -1 (at most the capacity; another negative length counts as 0). If the
+    /// string was copied after GetBuffer, it gets a buffer of its own here, and the units written behind the
+    /// length before are lost in it: copy the string after ReleaseBuffer.
     void ReleaseBuffer(int length = -1);
-    /// Gets a buffer that no copy will share, and which goes back to its pool when it is released.
+    /// Gets a buffer that no copy will share, and which returns to its pool when it is released. The one
+    /// empty buffer needs no lock and gets none.
     unsigned short* LockBuffer() {
         if (Data()->refCount < 2) {
             if (m_pchChars != EmptyText()) {
@@ -473,7 +489,8 @@ public:
             Data()->refCount = 1;
         }
     }
-    /// Moves to a buffer of exactly the length, as far as there is one. Asks for neither count nor lock.
+    /// Moves to a new buffer of the least capacity that holds the text, unless the capacity is exactly the
+    /// length. Looks at neither the count nor the lock; the new buffer is not locked.
     void FreeExtra();
 
     // ---- Buffer primitives ----------------------------------------------------------------------
@@ -482,7 +499,7 @@ public:
 
     /// Points to a new buffer with a text of `length` 0 units; does not release the old one.
     void AllocBuffer(int length);
-    /// Gives a buffer back to its pool or to the heap, whatever its count.
+    /// Gives a buffer back to its pool or to the heap, whatever its count. The empty one is ignored.
     static void FreeData(CStringData* data) noexcept;
     /// Releases the buffer and points to the empty one.
     void Release() noexcept {
@@ -497,9 +514,9 @@ public:
             CountRelease(data);
         }
     }
-    /// Gets a buffer of its own, with the text; forgets the host's string.
+    /// Gets a buffer of its own, with the text; drops the cached host's string.
     void CopyBeforeWrite();
-    /// Gets a buffer of its own with room for `length` units; a new one holds that many 0 units.
+    /// Gets a buffer of its own with a capacity of `length` units at least; a new one holds that many 0 units.
     void AllocBeforeWrite(int length);
     /// Makes of `dest`, whose buffer is not released, a copy of `copyLen` units from `copyIndex` on and
     /// `extraLen` 0 units; units that this text does not have are 0.
@@ -508,8 +525,8 @@ public:
     void AssignCopy(int length, Lum::UnitPointer units);
     /// Becomes two runs of units in a new buffer, the old one not released; unchanged if both are empty.
     void ConcatCopy(int length1, Lum::UnitPointer units1, int length2, Lum::UnitPointer units2);
-    /// Appends units, in place where there is room and nobody shares it, otherwise in a buffer of
-    /// exactly the new length.
+    /// Appends units: in place if the buffer is large enough and not shared, otherwise in a buffer for exactly
+    /// the new length.
     void ConcatInPlace(int length, Lum::UnitPointer units);
 
 private:
@@ -526,7 +543,8 @@ private:
     static void CountUp(CStringData* data) noexcept {
         data->refCount += data->refCount == std::numeric_limits<std::int32_t>::max() ? 0 : 1;
     }
-    /// A release counts up as well. That is no slip: only the release of a locked buffer, at -1, frees it.
+    /// Compatibility: a release counts up as well. Only the release of a locked buffer, at -1, frees it, so that
+    /// pointers into other buffers stay valid.
     static void CountRelease(CStringData* data) noexcept {
         CountUp(data);
         if (data->refCount <= 0) {

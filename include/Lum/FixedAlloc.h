@@ -1,5 +1,5 @@
-// CFixedAlloc: memory in blocks of one size, taken from the heap many at a time and never given back
-// singly.
+// CFixedAlloc: memory in blocks of one size, taken from the heap many at a time. Single blocks never go back to
+// the heap.
 //
 // Blocks are aligned for a pointer. Not synchronised. Under the address sanitizer a block that is not
 // handed out is poisoned, so that its use and a second Free are reported.
@@ -13,7 +13,7 @@
 struct LUM_API CPlex {
     CPlex* next;
 
-    /// Takes `count` times `elementSize` bytes and room for the link from the heap, links the piece in
+    /// Takes `count` times `elementSize` bytes, and the link, from the heap, links the piece in
     /// front of `head` and returns it. A count of 0 counts as 1. Throws std::bad_alloc, `head` unchanged.
     static CPlex* Create(CPlex*& head, unsigned int count, unsigned int elementSize);
     /// The first byte behind the link.
@@ -33,12 +33,13 @@ public:
     /// As FreeAll.
     ~CFixedAlloc();
 
-    /// A block, its content unset: the one freed last, otherwise of a fresh piece in ascending order.
-    /// The caller gives it back with Free, or all of them with FreeAll. Throws std::bad_alloc.
+    /// A block: the one freed last, or else of a fresh piece in ascending order. Behind its first pointer
+    /// it holds what its last user left, in a fresh piece zeros.
+    /// The caller returns it with Free, or all of them with FreeAll. Throws std::bad_alloc.
     [[nodiscard]] void* Alloc();
     /// Takes a block back; null is ignored. Constant time, as Alloc but for a fresh piece.
     void Free(void* block) noexcept;
-    /// Gives all memory back to the heap; no block may be used any more.
+    /// Returns all memory to the heap; no block may be used after that.
     void FreeAll() noexcept;
 
     unsigned int blockSize;

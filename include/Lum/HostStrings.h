@@ -1,15 +1,15 @@
 // The host's strings, which are Core Foundation's, from and to an application's texts; and the record
 // that HFS keeps a name in. What a CString has to do with them is among its members.
 //
-// The strings are immutable and may be used on any thread. One that a function named Create gives is the
-// caller's, who gives it back with CFRelease (<Lum/Platform.h>). An encoding is a Core Foundation number,
+// The strings are immutable and may be used on any thread. The caller owns a string that a function named Create
+// returns, and releases it with CFRelease (<Lum/Platform.h>). An encoding is a Core Foundation number,
 // of which the low 32 bits count: 0x08000100 is UTF-8, 0xFFFFFFFF the application's encoding.
 #pragma once
 
 #include <Lum/Export.h>
 #include <Lum/Units.h>
 
-/// An immutable text of UTF-16 units; null is none.
+/// An immutable text of UTF-16 units; null for no text.
 using CFStringRef = const struct __CFString*;  // NOLINT: the services' name
 
 /// A file name as HFS keeps it: `length` units of UTF-16, not 0-terminated.
@@ -31,12 +31,12 @@ LUM_API CFStringRef CFStringCreateWithLPCWSTR(Lum::UnitPointer text, long length
 /// string, a CString that took its text from it included.
 LUM_API CFStringRef CFStringCreateWithLPCWSTRNoCopy(Lum::UnitPointer text, long length, unsigned long encoding);
 
-/// Copies at most `max` units and a 0 behind them, so that `buffer` needs room for max + 1: of "abcdef"
+/// Copies at most `max` units and a 0 behind them, so that `buffer` holds at least max + 1 units: of "abcdef"
 /// and 3 it gets "abc". Only the 0 for a null string. The encoding is ignored.
 LUM_API void CFStringGetLPWSTR(CFStringRef string, unsigned short* buffer, long max, unsigned long encoding);
 inline void CFStringGetLPWSTR(CFStringRef string, char16_t* buffer, long max, unsigned long encoding) {
     CFStringGetLPWSTR(string, Lum::AsUnits(buffer), max, encoding);
 }
-/// Writes the text and a NUL to a buffer of `size` bytes: nothing but the NUL if both do not fit, the
-/// encoding cannot say the text, or the string is null; nothing at all if the size is not positive.
+/// Writes the text and a NUL to a buffer of `size` bytes. If both do not fit, or the encoding cannot express the
+/// text, the whole buffer becomes 0. Only the NUL for a null string; nothing if the size is not positive.
 LUM_API void CFStringGetLPSTR(CFStringRef string, char* buffer, long size, unsigned long encoding);

@@ -18,7 +18,7 @@ protected:
     ~LumThreadUncopyable() = default;
 };
 
-/// A recursive lock: the thread that holds it may take it again, and gives it back as often. It is
+/// A recursive lock: the thread that holds it may lock it again, and must unlock it as often. It is
 /// BasicLockable, so that std::lock_guard and std::unique_lock work with it. Must not be destroyed
 /// while held.
 class LUM_API Mutex : public virtual LumThreadUncopyable {
@@ -26,9 +26,9 @@ public:
     Mutex() noexcept;
     ~Mutex();
 
-    /// Waits until no other thread holds the lock, and takes it.
+    /// Waits until no other thread holds the lock, and locks it.
     void Lock() noexcept;
-    /// Gives the lock back; to be called by the thread that holds it.
+    /// Must be called by the thread that holds the lock.
     void Unlock() noexcept;
 
     /// Lock and Unlock by the names that the standard library calls.
@@ -36,7 +36,7 @@ public:
     void unlock() noexcept { Unlock(); }  // NOLINT(readability-identifier-naming)
 
 protected:
-    pthread_t m_owner;  ///< Who took the lock last; 0 from the first Unlock on, inner ones included.
+    pthread_t m_owner;  ///< The thread that locked last; 0 after any Unlock, even if the thread still holds the lock.
     pthread_mutex_t m_mutex;
 };
 

@@ -1,7 +1,10 @@
-// Host set-up: what the operating system would know, on hosts without its services; and what gives back
-// the objects of those services that this library's operations hand out.
+// Host set-up: on a host without the services for encodings, bundles and resources, these functions set what the
+// operating system would know. Also the functions that release the objects of those services that other
+// operations of this library return.
 //
-// The set-up is to be called before other threads use the library; may be called from static initialisers.
+// Where memory runs out, std::bad_alloc is thrown and nothing has changed. Functions for handles do not throw.
+//
+// Call the set-up before other threads use the library. It may be called from static initialisers.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +34,8 @@ LUM_API void SetStartupVolumeName(const std::string& utf8);
 /// Names the folder whose tables of localised strings, TABLE.strings, the main bundle answers from; the
 /// executable's folder without a call. In its "Resources", or in itself where there is none, a table is
 /// looked for in ll_CC.lproj and ll.lproj of the locale, en.lproj, Base.lproj, and beside them: the first
-/// one that is there and reads as a table counts. Tables are read once; a call makes them be read again.
+/// one that is there and reads as a table counts. Tables are read once; a call makes them be read again. Where
+/// a file cannot be opened or read, the next look-up tries it once more.
 LUM_API void SetMainBundle(const std::filesystem::path& directory);
 /// Tells a developer why a table of the main bundle, "Localizable" for "", is not found: a line for each
 /// file that is passed over, with the place and what is wrong there. Empty if all is well. Reads anew.
@@ -39,11 +43,11 @@ LUM_API void SetMainBundle(const std::filesystem::path& directory);
 
 /// Opens a resource file and puts it in front of the search order; a writable one that is not there is
 /// made. Returns a reference number above 0, or -1, with nothing changed, if the file cannot be opened or
-/// made, does not hold together (ExplainResourceFile tells why), or is to be writable and is so already.
+/// made, is damaged (ExplainResourceFile says how), or is to be writable and is open for writing already.
 LUM_API short OpenResourceFile(const std::filesystem::path& path, bool writable);
 /// Writes changed and added resources back: at any moment, whatever happens, the file is the old or the
-/// new one, whole. False, with file and memory as they were, if that fails, for more than the layout has
-/// room for (16 MB, about 2,700 resources), and for a file that is not open or not writable.
+/// new one, whole. False, with file and memory as they were, if that fails, for more than the layout can
+/// hold (16 MB, about 2,700 resources), and for a file that is not open or not writable.
 LUM_API bool UpdateResourceFile(short reference);
 /// Writes back what has changed and closes the file; its resources' handles are then no longer to be
 /// used. False, with the file still open, if it cannot be written, and for one that is not open. What is
@@ -52,23 +56,22 @@ LUM_API bool CloseResourceFile(short reference);
 
 }  // namespace Lum::Platform
 
-/// Any object of Core Foundation, such as a CFStringRef. It goes with its last reference; counting is
-/// atomic, so an object may be used and given back on any thread.
+/// Any object of Core Foundation, such as a CFStringRef. The release of its last reference frees it. The counts
+/// are atomic, so any thread may use and release an object.
 using CFTypeRef = const void*;
 
-/// Adds a reference, to be given back with CFRelease, and returns `object`; null stays null.
+/// Adds a reference, which CFRelease ends, and returns `object`, which may be null.
 LUM_API CFTypeRef CFRetain(CFTypeRef object);
-/// Gives a reference back: one that CFRetain added or that came with a function named Create. Null is
-/// ignored.
+/// Ends a reference: one that CFRetain added, or one of a function named Create or Copy. Null is ignored.
 LUM_API void CFRelease(CFTypeRef object);
 
-// Handles are blocks of memory that may move when they are resized: `*handle` is where the block stands.
-// What is no handle, or no longer one, is recognised and left alone. For one thread at a time.
+// Handles refer to blocks of memory that may move when they are resized: `*handle` is the address of the block.
+// A pointer that is no handle, or no longer one, is recognised and ignored. For one thread at a time.
 
-/// A block of `size` zeros, to be given back with DisposeHandle; null if there is no memory for it or `size`
+/// A block of `size` zeros, to be freed with DisposeHandle; null if there is no memory for it or `size`
 /// is negative or above 0x7FFFFFFF.
 LUM_API char** NewHandle(long size);
-/// Gives the block back; ignored for one that belongs to an open resource file.
+/// Frees the block; ignored for one that belongs to an open resource file.
 LUM_API void DisposeHandle(char** handle);
 /// The block's size in bytes; 0 for what is no handle.
 LUM_API long GetHandleSize(char** handle);

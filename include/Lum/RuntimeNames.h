@@ -1,7 +1,7 @@
 // Functions with the names and argument orders of another C runtime, as applications call them. Each
 // says how it differs from what its name promises there.
 //
-// Texts end with a 0 unit or a NUL. Null is accepted and given back wherever a result is a pointer.
+// Texts end with a 0 unit or a NUL. Null is accepted, and returned wherever the result is a pointer.
 #pragma once
 
 #include <cstdarg>
@@ -32,8 +32,8 @@ inline void inflateAsciiToLPTSTR(const char* bytes, char16_t* units, int count) 
 }
 
 /// Writes the decimal text, cut to a buffer of `size` bytes, and returns `buffer`. The last argument is
-/// a size and no radix, on purpose: itoa(12345, buffer, 3) is "12". Nothing is written if it is not
-/// positive.
+/// a size and no radix: itoa(12345, buffer, 3) is "12". Nothing is written if it is not positive.
+/// Compatibility: applications pass the size of their buffer.
 LUM_API char* itoa(int value, char* buffer, int size);
 /// Writes the decimal text, at most 21 bytes, if `radix` is 10, and otherwise nothing. Returns `buffer`.
 LUM_API char* _ltoa(long value, char* buffer, int radix);  // NOLINT: reserved, but the name that is called
@@ -45,8 +45,9 @@ LUM_API int FormatInto(char* buffer, std::size_t size, const char* format, std::
 
 }  // namespace Lum::Internal
 
-/// Formats as printf does, and returns the length of the result. One longer than `Size` ends the
-/// program with a message; of one as long as `Size` the last character gives way to the NUL.
+/// Formats as printf does, and returns the length of the whole result. One longer than `Size` ends the
+/// program with a message; of one as long as `Size` the last character gives way to the NUL, and `Size` is
+/// returned.
 template <std::size_t Size>
 // NOLINTNEXTLINE(cert-dcl50-cpp): it is called as printf is
 __attribute__((format(printf, 2, 3))) int sprintf_s(char (&buffer)[Size], const char* format, ...) {

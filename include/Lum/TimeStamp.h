@@ -47,7 +47,9 @@ public:
     /// The time with these calendar fields. Any values are taken: what is beyond a field's range rolls
     /// over (hour 24 is the next day's hour 0, month 13 the next year's January), a sum beyond the
     /// 64-bit range gives its nearest end. The date's formula is Fliegel and Van Flandern's (1968)
-    /// with divisions that truncate; it is the calendar's from March of the year -4800 on.
+    /// with divisions that truncate; it is the calendar's from March of the year -4800 on, for months
+    /// up to 14. Greater ones, but for 26, 38 and so on, come one or two days late: day 1 of month 15 of
+    /// 2007 is 2008-03-02.
     ///
     /// `fraction` is what is written behind the second's point: 5 is half a second, 123 is 0.123 s;
     /// 0.05 s cannot be said so. Of more than seven digits the eighth is rounded half up, and those
@@ -72,17 +74,18 @@ public:
 
     [[nodiscard]] constexpr std::int64_t GetTicks() const noexcept { return m_Ticks; }
     /// The calendar fields, with `fraction` in ticks (0 to 9999999), unlike the constructor's digits. Always
-    /// true. A negative count is divided towards zero as well: from -4800 on, the time of day then counts
-    /// back from midnight of the date that is next, each of its fields 0 or below and `fraction` modulo
-    /// 2^32. One tick before 1601 is 1601-01-01 00:00:00 with the fraction 4294967295. Still earlier the
-    /// formula's own months and days go below 1.
+    /// true. A negative count is divided towards zero as well: from March of the year -4800 on, the time of day
+    /// then counts back from midnight of the date that is next, each of its fields 0 or below and `fraction`
+    /// modulo 2^32. One tick before 1601 is 1601-01-01 00:00:00 with the fraction 4294967295. Earlier
+    /// fields are the formula's own; months and days may be below 1.
     bool ToYMDHMSF(int& year, int& month, int& day, int& hour, int& minute, int& second,
                    unsigned int& fraction) const noexcept;
     /// The fields but the fraction, in the W3C's profile of ISO 8601: "2008-02-29T12:30:45Z". The year
     /// has the digits it needs, from 10000 on five; each other field has at least two characters, which
     /// for negative ones include the sign.
     [[nodiscard]] std::string ToW3DTF() const;
-    /// The same time for std::chrono. Where that has no count for it (before 29227 BC), its lowest.
+    /// The same time for std::chrono. Where that has no count for it (before 19 April of the year -27258), its
+    /// lowest.
     [[nodiscard]] constexpr std::chrono::sys_time<Ticks> ToSysTime() const noexcept {
         constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
         return std::chrono::sys_time<Ticks>(Ticks(m_Ticks < lowest + kTicksTo1970 ? lowest : m_Ticks - kTicksTo1970));

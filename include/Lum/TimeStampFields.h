@@ -1,7 +1,7 @@
-// What Lum::TimeStamp makes of calendar fields, for Lum/TimeStamp.h alone. It stands in a header so that a
-// time can be built at compile time, and at run time without a call.
+// The ticks of calendar fields, for Lum/TimeStamp.h alone. They are computed in a header so that a time can be built
+// at compile time, and at run time without a call.
 //
-// Written twice: for any fields, which is the definition, and at once for fields as people use them.
+// Written twice: for any fields, which is the definition, and as a fast path for fields in their usual ranges.
 #pragma once
 
 #include <array>
@@ -54,7 +54,7 @@ constexpr std::int64_t Sum(std::int64_t units, std::int64_t ticksPerUnit, std::i
     return units + 1 < (Limits::min() + missing) / ticksPerUnit ? Limits::min() : (units + 1) * ticksPerUnit - missing;
 }
 
-/// The ticks of any fields. Days and seconds have room in 64 bits, so that only the last step can leave it.
+/// The ticks of any fields. Days and seconds fit 64 bits, so that only the last step can overflow.
 [[gnu::cold]] constexpr std::int64_t TicksOfAnyFields(int year, int month, int day, int hour, int minute, int second,
                                                       std::uint32_t fraction) noexcept {
     const std::int64_t hours = DayOfDate(year, month, day) * 24 + hour;

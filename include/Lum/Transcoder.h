@@ -1,17 +1,19 @@
-// Lum::Transcoder: text from one encoding to another; Lum::StreamConverter: the same piece by piece.
+// Conversion of text from one encoding to another. Lum::Transcoder converts whole texts and reports no
+// failure. Lum::ConvertText converts whole texts and reports where and why a conversion stopped.
+// Lum::StreamConverter does that for texts in blocks.
 //
 // Encodings are named as on the Internet ("utf-8", "shift_jis", "iso-8859-1", case ignored) or by their
 // TextEncoding number. Narrow text is bytes in the encoding in question, wide text UTF-16. A byte order
 // mark is a character like any other; "utf-16" as bytes is in the host's order.
 //
-// The Transcoder takes a whole text and gives a whole text. It never throws but std::bad_alloc and says
-// nothing of failures: without a converter the result is empty; at an element that is malformed,
-// incomplete or not in the target encoding the conversion ends, and the result is what was converted
-// so far, with the last piece of it (of at most 512 units or 512 bytes) twice. Whoever wants to know
-// takes a StreamConverter, which tells where and why it stopped.
+// The Transcoder throws only std::bad_alloc. If there is no converter, its result is empty. At an element that
+// is malformed, incomplete or not in the target encoding, the conversion ends. The result is then the text up
+// to that element.
+// Compatibility: the last block of that text, of at most 512 units or 512 bytes, is in the result twice, because
+// callers rely on such results. ConvertText and StreamConverter write nothing twice.
 //
-// Threads: the Transcoder's operations may be called from any thread and from static initialisers; the
-// host's converters, which they keep for further use, are shared behind a lock. A StreamConverter is
+// Threads: the Transcoder's operations and ConvertText may be called from any thread and from static initialisers; the
+// host's converters, which they keep for later calls, are shared and guarded by a lock. A StreamConverter is
 // used by one thread at a time.
 #pragma once
 
@@ -47,8 +49,8 @@ struct EncodingInfo {
     bool isConvertible;                ///< Whether there are converters from and to it.
 };
 
-/// Every encoding that EncodingToCharSetID knows by name, by number. Tries each converter: some
-/// milliseconds.
+/// Every encoding that EncodingToCharSetID knows by name, in the order of their numbers. It makes each converter
+/// once to see whether it exists, which takes some tens of milliseconds the first time.
 [[nodiscard]] LUM_API std::vector<EncodingInfo> KnownEncodings();
 
 /// Whole texts between encodings. There are no objects of this class.
@@ -62,7 +64,7 @@ public:
     [[nodiscard]] static bool IsValidEncoding(const std::string& name);
     /// "shift_jis" where the system's language is Japanese, otherwise "iso-8859-1".
     [[nodiscard]] static std::string DefaultChannelEncoding();
-    /// The name of the encoding of the system's script, "macintosh" say; "utf-8" where there is none.
+    /// The name of the encoding of the system's script, for example "macintosh"; "utf-8" if there is none.
     [[nodiscard]] static std::string PlatformEncoding();
 
     // ---- To UTF-16 -------------------------------------------------------------------------------
@@ -89,15 +91,47 @@ public:
     [[nodiscard]] static std::string UTF8ToEncoding(const std::string& bytes, const std::string& encoding);
 };
 
-/// How a call of a StreamConverter ended.
+/// How a conversion ended.
 enum class ConversionStatus {
     kDone,            ///< All input is read.
-    kOutputFull,      ///< The next element does not fit the output: go on with more room.
+    kOutputFull,      ///< The next element does not fit the output of a StreamConverter: go on with more space.
     kMalformed,       ///< The next bytes are no text of the source encoding.
-    kIncomplete,      ///< The input ends within an element: go on with more input, if there is any.
+    kIncomplete,      ///< The input ends within an element: a StreamConverter goes on with more input.
     kUnmappable,      ///< The next character has no counterpart in the target encoding.
     kNoSuchEncoding,  ///< There is no converter for one of the two encodings.
 };
+
+// ---- Whole texts, and how it went ----------------------------------------------------------------
+
+/// What a text became.
+template <class Text>
+struct ConvertedText {
+    /// All that precedes the element that could not be converted, once; all of the text if `status` is
+    /// kDone. Only a whole text ends with what leads its encoding back to the initial state.
+    Text text;
+    ConversionStatus status;  ///< Never kOutputFull.
+    /// Where that element begins in the input, counted in the input's bytes, or in its units where that is
+    /// UTF-16; the input's length if `status` is kDone, 0 if it is kNoSuchEncoding.
+    std::size_t offset;
+};
+
+/// Converts a whole text and reports how far it came. Text, status and offset are those of a StreamConverter that
+/// gets the same text in any blocks.
+///
+///     const auto price = Lum::ConvertText("3 \xE2\x82\xAC", "utf-8", "iso-8859-1");
+///     // price.text is "3 ", price.status kUnmappable, price.offset 2
+///
+/// For a name that is not known, and for an encoding without a converter, the status is kNoSuchEncoding and
+/// the text empty, also if the input is empty. Nothing is ever substituted. May throw std::bad_alloc.
+/// Linear.
+[[nodiscard]] LUM_API ConvertedText<std::string> ConvertText(std::string_view bytes, const std::string& from,
+                                                             const std::string& to);
+/// The same to UTF-16.
+[[nodiscard]] LUM_API ConvertedText<std::u16string> ConvertTextToUTF16(std::string_view bytes, const std::string& from);
+/// The same from UTF-16. An unpaired surrogate is malformed, half a pair at the end incomplete.
+[[nodiscard]] LUM_API ConvertedText<std::string> ConvertTextFromUTF16(std::u16string_view text, const std::string& to);
+
+// ---- Texts in blocks -----------------------------------------------------------------------------
 
 struct ConversionResult {
     ConversionStatus status;
@@ -108,28 +142,31 @@ struct ConversionResult {
 /// Converts a text that comes and goes in blocks, however they are cut, from any encoding to any other:
 ///
 ///     Lum::StreamConverter converter("shift_jis", "utf-8");
-///     auto result = converter.Convert(input, output);   // as often as there is input or need of room
+///     auto result = converter.Convert(input, output);   // until all input is read
 ///     result = converter.Finish(output);                // once, at the end
 ///
-/// The shift state of both encodings is kept between calls. What a call has not read, the next one is
-/// given again, with more behind it. Nothing is ever substituted.
+/// The shift state of both encodings is kept between calls. Bytes that a call has not read must
+/// be passed to the next call again, followed by more input. Nothing is ever substituted. If a call throws
+/// std::bad_alloc, the text is lost: Clear makes the converter ready for another one.
 class LUM_API StreamConverter {
 public:
     /// Unknown names are no failure here; Convert then answers kNoSuchEncoding.
     StreamConverter(const std::string& from, const std::string& to);
+    /// What is moved from may only be assigned to or destroyed.
     StreamConverter(StreamConverter&& other) noexcept;
     StreamConverter& operator=(StreamConverter&& other) noexcept;
     ~StreamConverter();
 
     /// Converts what it can from the start of `input`. `read` ends before an element, on failure before
     /// the one that is bad, also where it is the target that lacks it; the converter then stays there.
-    /// With room for 16 bytes no call asks for more without having done something.
+    /// With 16 bytes of output or more, every call that ends with kOutputFull has read or written something.
     [[nodiscard]] ConversionResult Convert(std::string_view input, std::span<char> output);
-    /// Ends the text: writes what leads the target back to its initial state, a shift sequence say, and
+    /// Ends the text: writes what returns the target to its initial state, such as a shift sequence, and
     /// makes the converter ready for another text. kOutputFull where that does not fit: repeat it.
-    /// After a bad element it says so again, and if the last Convert ended for want of room, kIncomplete.
+    /// After a bad element the status is that of the element again. If the last Convert ended because output or
+    /// input was missing, it is kIncomplete. In both cases the converter stays as it is.
     [[nodiscard]] ConversionResult Finish(std::span<char> output);
-    /// Forgets whatever came before: ready for another text.
+    /// Makes the converter ready for another text, whatever came before.
     void Clear() noexcept;
 
 private:

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include <Lum/URISplitter.h>
+
 namespace Lum {
 
 /// The faults a text can have, in the order in which validation looks for them.
@@ -34,44 +36,27 @@ struct URIProblem {
 /// `ExplainURI("http://h/a\\b")` is {kBackslashInPath, 10, 1}; `ExplainURI("a/b")` is {kValid, 0, 0}.
 /// Any bytes are accepted. Linear in the length; never throws.
 [[nodiscard]] constexpr URIProblem ExplainURI(std::string_view text) noexcept {
-    constexpr auto npos = std::string_view::npos;
-    // The fragment starts at the last "#", the query at the last "?" before it.
-    std::string_view rest = text.substr(0, text.rfind('#'));
-    rest = rest.substr(0, rest.rfind('?'));
-    const std::size_t colon = rest.find(':');
-    if (colon == npos || rest.find('/') < colon) {
-        const std::size_t backslash = rest.find('\\');
-        return backslash == npos ? URIProblem{} : URIProblem{URIProblemCode::kBackslashInPath, backslash, 1};
+    const auto foldedAt = [&](std::size_t i) { return static_cast<char>(text[i] | 0x20); };
+    const Internal::URIPieces pieces = Internal::SplitURI(text);
+    const std::size_t schemeSize = pieces.scheme.size();
+    if (pieces.hasScheme && schemeSize < 2) {
+        return {URIProblemCode::kSchemeTooShort, 0, schemeSize};
     }
-    if (colon < 2) {
-        return {URIProblemCode::kSchemeTooShort, 0, colon};
-    }
-    for (std::size_t i = 0; i < colon; ++i) {
-        const char folded = static_cast<char>(rest[i] | 0x20);
-        if (folded < 'a' || folded > 'z') {
+    // The scheme begins the text.
+    for (std::size_t i = 0; i < schemeSize; ++i) {
+        if (foldedAt(i) < 'a' || foldedAt(i) > 'z') {
             return {URIProblemCode::kSchemeNotLetters, i, 1};
         }
     }
-    std::size_t start = colon + 1;
-    if (!rest.substr(start).starts_with("//")) {
-        const std::size_t backslash = rest.find('\\', start);
-        return backslash == npos ? URIProblem{} : URIProblem{URIProblemCode::kBackslashInNonHierarchical, backslash, 1};
-    }
-    start += 2;
-    if (rest.substr(start).starts_with("//")) {
-        // Further slashes before the host do not count ("file://///server/share").
-        const std::size_t host = rest.find_first_not_of('/', start);
-        start = host == npos ? rest.size() : host;
-    }
-    const std::size_t path = rest.find('/', start);
-    const std::size_t backslash = path == npos ? npos : rest.find('\\', path);
-    if (backslash != npos) {
-        return {URIProblemCode::kBackslashInPath, backslash, 1};
+    if (const std::size_t backslash = pieces.path.find('\\'); backslash != std::string_view::npos) {
+        const auto start = static_cast<std::size_t>(pieces.path.data() - text.data());
+        return {pieces.isHierarchical ? URIProblemCode::kBackslashInPath : URIProblemCode::kBackslashInNonHierarchical,
+                start + backslash, 1};
     }
     constexpr std::string_view unknown = "unknown";
-    bool isUnknown = colon == unknown.size();
-    for (std::size_t i = 0; isUnknown && i < colon; ++i) {
-        isUnknown = static_cast<char>(rest[i] | 0x20) == unknown[i];
+    bool isUnknown = pieces.isHierarchical && schemeSize == unknown.size();
+    for (std::size_t i = 0; isUnknown && i < schemeSize; ++i) {
+        isUnknown = foldedAt(i) == unknown[i];
     }
     return isUnknown ? URIProblem{URIProblemCode::kSchemeUnknown, 0, unknown.size()} : URIProblem{};
 }

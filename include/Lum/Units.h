@@ -1,8 +1,8 @@
 // 16-bit code units: the two types that hold them, and arguments that take either.
 //
 // A CString holds `unsigned short`; literals u"..." and std::u16string hold `char16_t`. The language
-// has them as two types that must not be read through each other. AsUnits and AsChar16 are the one
-// place where that is crossed.
+// has them as two types that must not be read through each other. AsUnits and AsChar16 are the only
+// functions that convert between the two.
 #pragma once
 
 #include <concepts>
@@ -12,8 +12,8 @@ namespace Lum {
 
 static_assert(sizeof(unsigned short) == sizeof(char16_t));
 
-/// The same units under the other type. What either side wrote before is seen behind the call: the
-/// compiler may move no access to memory across it.
+/// The same units under the other type. Whatever was written through one type before the call can be
+/// read through the other after it: the compiler may move no access to memory across the call.
 inline unsigned short* AsUnits(char16_t* units) noexcept {
     asm volatile("" : "+r"(units) : : "memory");
     return reinterpret_cast<unsigned short*>(units);

@@ -1,4 +1,4 @@
-#include "Platform/CoreFoundation/CFBundle.h"
+#include "Platform/CoreFoundation/CoreFoundation.h"
 
 #include <gtest/gtest.h>
 
@@ -33,35 +33,21 @@ std::string LookUp(const std::string& key, const std::string& table = "") {
     return text;
 }
 
-std::string Utf16(std::u16string_view text, bool isBigEndian) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        const std::string pair = Number(unit, 2);
-        bytes += isBigEndian ? pair : std::string(pair.rbegin(), pair.rend());
-    }
-    return bytes;
-}
-
 /// A binary list whose first object is a dictionary with references of one byte to the other objects.
-std::string Binary(const std::string& references, const std::vector<std::string>& objects, std::uint64_t root = 0) {
+std::string Binary(const std::string& references, std::vector<std::string> objects) {
+    objects.insert(objects.begin(), Number(0xD0 + references.size() / 2, 1) + references);
     std::string bytes = "bplist00", offsets;
-    const std::string dictionary = Number(0xD0 + references.size() / 2, 1) + references;
-    offsets += Number(bytes.size(), 2);
-    bytes += dictionary;
     for (const std::string& object : objects) {
         offsets += Number(bytes.size(), 2);
         bytes += object;
     }
-    const std::size_t table = bytes.size();
-    return bytes + offsets + std::string(6, '\0') + "\x02\x01" + Number(objects.size() + 1, 8) + Number(root, 8) +
-           Number(table, 8);
+    return bytes + offsets + std::string(6, '\0') + "\x02\x01" + Number(objects.size(), 8) + Number(0, 8) +
+           Number(bytes.size(), 8);
 }
 
 std::string Xml(const std::string& content) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//X//DTD PLIST 1.0//EN\" "
-           "\"http://h/p.dtd\">\n"
-           "<plist version=\"1.0\">\n" +
-           content + "</plist>\n";
+    return "<?xml version=\"1.0\"?>\n<!DOCTYPE plist PUBLIC \"-//X\" \"http://h/p.dtd\">\n\n<plist>" + content +
+           "</plist>\n";
 }
 
 class Bundle : public testing::Test {
@@ -107,28 +93,24 @@ TEST_F(Bundle, AnswersFromTheFirstTableThatReads) {
 
 TEST_F(Bundle, GivesTheValueOrTheKeyWhereThereIsNoString) {
     Lum::Platform::SetMainBundle(m_Folder.Path());
-    CFStringRef const key = Make("7"), value = Make("seven"), empty = Make("");
-    CFBundleRef const bundle = CFBundleGetMainBundle();
-    for (CFStringRef const given : {value, key, empty, CFStringRef{}}) {
-        CFStringRef const answer = CFBundleCopyLocalizedString(bundle, key, given, nullptr);
-        EXPECT_EQ(answer, given == value ? value : key);
+    CFStringRef const key = Make("7"), empty = Make("");
+    for (CFStringRef const given : {empty, CFStringRef{}}) {
+        CFStringRef const answer = CFBundleCopyLocalizedString(CFBundleGetMainBundle(), key, given, nullptr);
+        EXPECT_EQ(answer, key);
         CFRelease(answer);
     }
-    for (CFStringRef const string : {key, value, empty}) {
-        CFRelease(string);
-    }
+    CFRelease(key);
+    CFRelease(empty);
+    EXPECT_EQ(LookUp("7"), "(none)");
 }
 
 TEST_F(Bundle, ReadsEveryForm) {
-    const std::string ascii = "\"k\" = \"v\";";
-    const std::u16string wide = u"\"k\" = \"v\\U00e9\x20AC\";";
     const struct {
         std::string bytes, expected, why;
     } rows[] = {
-        {ascii, "v", "text"},
-        {"\xEF\xBB\xBF" + ascii, "v", "UTF-8 with a mark"},
-        {"\xFE\xFF" + Utf16(wide, true), "v\u00E9\u20AC", "UTF-16, big-endian"},
-        {"\xFF\xFE" + Utf16(wide, false), "v\u00E9\u20AC", "UTF-16, little-endian"},
+        {"\xEF\xBB\xBF\"k\" = \"v\";", "v", "UTF-8 with a mark"},
+        {"\xFE\xFF\0k\0=\0\"\x20\xAC\0\"\0;"s, "\u20AC", "UTF-16, big-endian"},
+        {"\xFF\xFEk\0=\0\"\0\xAC\x20\"\0;\0"s, "\u20AC", "UTF-16, little-endian"},
         {"\"k\" = \"v\xC3\xA9\";", "v\u00E9", "UTF-8"},
         {"", "(none)", "a table of nothing"},
         {"// \"k\" = \"1\";\r/* \" */\"k\"/**/=//\n\"v\" ; // end", "v", "comments"},
@@ -155,33 +137,23 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
     const auto with = [&good](std::size_t fromEnd, const std::string& bytes) {
         return std::string(good).replace(good.size() - fromEnd, bytes.size(), bytes);
     };
-    const std::string bomb =
-        Binary(Number(0x01010101, 4), {"\x5F\x11\x80" + std::string(1, '\0') + std::string(0x8000, 'x')});
-    std::string entities;
-    for (int i = 0; i < 10'000; ++i) {
-        entities += "&amp;";
-    }
+    const std::string large = "\x5F\x11\x80" + std::string(1, '\0') + std::string(0x8000, 'x');
     const struct {
         std::string bytes, problem;
     } rows[] = {
         {"k = v;\n\nl = v", "line 3: no \";\" behind a value"},
         {"k v;", "line 1: no \"=\" behind a key"},
         {"\nk = \"v\n\n;", "line 2: a string without closing quotes"},
-        {"k = \"\\", "line 1: a string without closing quotes"},
         {"k = \"\\U12g4\";", "line 1: \"\\U\" without four hexadecimal digits"},
-        {"k = \"\\U123", "line 1: \"\\U\" without four hexadecimal digits"},
         {"/*/", "line 1: a comment without end"},
         {"{k = v;}", "line 1: neither a string in quotes nor a word"},
         {"\"k\" = \"\xE9\";", "not UTF-8, nor UTF-16 with a byte order mark"},
         {"\xFE\xFF\0"s, "half a unit of UTF-16 at the end"},
         {std::string((2 << 20) + 1, ' '), "larger than any table"},
         {Xml("<dict><key>k</key><dict/></dict>"), "line 4: not a pair of key and string"},
-        {Xml("<dict><key>k</key></dict>"), "line 4: not a pair of key and string"},
         {Xml("<dict><key><key/></key><string/></dict>"),
          "line 4: an element that is not closed, or has elements inside"},
         {Xml("<array/>"), "line 4: the property list is no dictionary"},
-        {Xml("<dict/><dict/>"), "line 4: an element that is not closed, or has elements inside"},
-        {Xml("<dict><key>"), "line 4: an element that is not closed, or has elements inside"},
         {Xml("<dict/>") + "x", "line 5: text behind the end"},
         {"<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><dict/></plist>", "line 1: declarations in the document type"},
         {"<!-- <plist>", "line 1: a part without end"},
@@ -189,23 +161,20 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {"<plist>\0"s, "a NUL in the property list"},
         {Xml("<dict><key>&k;</key><string/></dict>"), "a property list that cannot be read"},
         {Xml("<dict/>" + std::string(1 << 20, ' ')), "larger than any property list of strings"},
-        {Xml("<dict><key>k</key><string>" + entities + "</string></dict>"), "line 4: too many entities in long texts"},
+        {Xml("<dict><key>k</key><string>" + std::string(25'000, '&') + "</string></dict>"),
+         "line 4: too many entities in long texts"},
         {"bplist00", "not a binary property list of version 00"},
         {with(26, "\x09"), "the property list's trailer leads outside of it"},
-        {with(24, Number(4, 8)), "the property list's trailer leads outside of it"},
         {with(24, Number(~0ULL, 8)), "the property list's trailer leads outside of it"},
-        {with(16, Number(3, 8)), "the property list's trailer leads outside of it"},
         {with(8, Number(~0ULL, 8)), "the property list's trailer leads outside of it"},
         {with(16, Number(1, 8)), "the property list is no dictionary"},
         {with(38, Number(0xFFFF, 2)), "the property list is no dictionary"},
-        {Binary("\x01\x00"s, {"\x51k"}), "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x52v"}), "a key or value of the property list is no string"},
-        {Binary("\x01\x03", {"\x51k", "\x52v"}), "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x5F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}),
          "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x51\xE9"}), "a string of the property list is not valid text"},
         {std::string(good).replace(8, 1, "\xDE"), "the property list has more pairs than bytes for them"},
-        {bomb, "the property list refers to its strings too often"},
+        {Binary("\1\1\1\1", {large}), "the property list refers to its strings too often"},
     };
     for (const auto& row : rows) {
         Write("Localizable.strings", row.bytes);

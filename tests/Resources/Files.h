@@ -1,4 +1,4 @@
-// Folders that go with the test, and resource files put together byte by byte.
+// Folders that are removed after the test, and resource files made byte by byte.
 #pragma once
 
 #include <unistd.h>
@@ -9,6 +9,7 @@
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,7 +22,8 @@ class Folder {
 public:
     Folder() {
         static std::atomic<int> count{0};
-        m_Path = std::filesystem::temp_directory_path() /
+        const std::filesystem::path memory = "/dev/shm";
+        m_Path = (is_directory(memory) ? memory : std::filesystem::temp_directory_path()) /
                  ("lum-test-" + std::to_string(getpid()) + '-' + std::to_string(count++));
         std::filesystem::create_directories(m_Path);
     }
@@ -57,11 +59,8 @@ inline std::string Number(std::uint64_t number, int size) {
 }
 
 inline std::uint32_t Code(std::string_view type) {
-    std::uint32_t code = 0;
-    for (const char c : type) {
-        code = code << 8 | static_cast<unsigned char>(c);
-    }
-    return code;
+    return std::accumulate(type.begin(), type.end(), std::uint32_t{0},
+                           [](std::uint32_t code, unsigned char c) { return code << 8 | c; });
 }
 
 /// A length byte and the text.
@@ -84,8 +83,8 @@ struct Row {
     int attributes = 0;
 };
 
-/// A resource file: rows of one type stand together. `reserved` is what stands before the data.
-inline std::string Fork(const std::vector<Row>& rows, const std::string& reserved = std::string(240, '\0')) {
+/// A resource file: rows of one type stand together.
+inline std::string Fork(const std::vector<Row>& rows) {
     std::vector<std::pair<std::string, std::string>> types;  // a type and its references
     std::string data, names;
     for (const Row& row : rows) {
@@ -104,10 +103,10 @@ inline std::string Fork(const std::vector<Row>& rows, const std::string& reserve
         references += entries;
     }
     list += references;
-    const std::string header = Number(16 + reserved.size(), 4) + Number(16 + reserved.size() + data.size(), 4) +
-                               Number(data.size(), 4) + Number(28 + list.size() + names.size(), 4);
-    return header + reserved + data + header + std::string(8, '\0') + Number(28, 2) + Number(28 + list.size(), 2) +
-           list + names;
+    const std::string header = Number(256, 4) + Number(256 + data.size(), 4) + Number(data.size(), 4) +
+                               Number(28 + list.size() + names.size(), 4);
+    return header + std::string(240, '\0') + data + header + std::string(8, '\0') + Number(28, 2) +
+           Number(28 + list.size(), 2) + list + names;
 }
 
 }  // namespace Files

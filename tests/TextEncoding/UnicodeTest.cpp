@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -15,28 +15,16 @@ namespace {
 
 using Converted::FromUtf16;
 using Converted::ToUtf16;
-
-struct IllFormed {
-    const char* what;
-    std::string bytes;
-    OSStatus status;
-};
-
-std::u16string EveryScalar() {
-    std::u16string scalars;
-    for (char32_t scalar = 0; scalar < 0x110000; ++scalar) {
-        if (scalar >= 0x10000) {
-            scalars += static_cast<char16_t>(0xD7C0 + (scalar >> 10));
-            scalars += static_cast<char16_t>(0xDC00 | (scalar & 0x3FF));
-        } else if (scalar < 0xD800 || scalar > 0xDFFF) {
-            scalars += static_cast<char16_t>(scalar);
-        }
-    }
-    return scalars;
-}
+namespace TextConversion = Lum::Internal::TextConversion;
 
 TEST(UnicodeConverters, EveryScalarComesBack) {
-    const std::u16string scalars = EveryScalar();
+    std::u16string scalars;
+    for (char32_t unit = 0; unit < 0x10000; ++unit) {
+        scalars += (unit & 0xF800) == 0xD800 ? u"" : std::u16string(1, static_cast<char16_t>(unit));
+    }
+    for (char32_t scalar = 0x10000; scalar < 0x110000; ++scalar) {
+        scalars += {static_cast<char16_t>(0xD7C0 + (scalar >> 10)), static_cast<char16_t>(0xDC00 | (scalar & 0x3FF))};
+    }
     // UTF-8, UTF-16 in its three forms, UTF-7, UTF-32, GB 18030.
     for (const TextEncoding encoding :
          {0x08000100U, 0x0100U, 0x10000100U, 0x14000100U, 0x04000100U, 0x0C000100U, 0x0632U}) {
@@ -44,12 +32,16 @@ TEST(UnicodeConverters, EveryScalarComesBack) {
         EXPECT_EQ(out.status, noErr) << encoding;
         const auto back = ToUtf16(encoding, out.text);
         EXPECT_EQ(back.status, noErr) << encoding;
-        EXPECT_TRUE(back.text == scalars) << encoding;
+        EXPECT_TRUE(back.text == Converted::AsBytes(scalars)) << encoding;
     }
 }
 
-TEST(UnicodeConverters, IllFormedUtf8IsToldByClass) {
-    const IllFormed rows[] = {
+TEST(UnicodeConverters, IllFormedUtf8HasTheStatusOfItsClass) {
+    const struct {
+        const char* what;
+        std::string bytes;
+        OSStatus status;
+    } rows[] = {
         {"a continuation byte alone", "\x80", kTextMalformedInputErr},
         {"overlong in two", "\xC1\xBF", kTextMalformedInputErr},
         {"overlong in three", "\xE0\x9F\xBF", kTextMalformedInputErr},
@@ -65,7 +57,7 @@ TEST(UnicodeConverters, IllFormedUtf8IsToldByClass) {
         {"three of four", "\xF0\x9F\x98", kTECPartialCharErr},
         {"three of four, then another character", "\xF0\x9F\x98x", kTextMalformedInputErr},
     };
-    for (const IllFormed& row : rows) {
+    for (const auto& row : rows) {
         for (const std::string before : {"", "\xC3\xA9", "0123456789abcdef0123456789abcdef"}) {
             const auto result = ToUtf16(0x08000100, before + row.bytes);
             EXPECT_EQ(result.status, row.status) << row.what;
@@ -86,48 +78,43 @@ TEST(UnicodeConverters, UnpairedSurrogatesAreMalformedOnTheWayOut) {
     }
 }
 
-/// Expects two functions to do the same with `input`, whatever room there is.
+/// Expects two functions to do the same with `input` and any size of output.
 void ExpectSame(TextConversion::ConvertFunction fast, TextConversion::ConvertFunction plain, const std::string& input) {
     const Generated::Exact exact(input);
     const TextConversion::Input bytes(reinterpret_cast<const unsigned char*>(exact.View().data()), input.size());
-    const std::size_t most = 3 * input.size();
-    for (std::size_t room = 0; room <= most; room = room + 1 + room / 3) {
-        const auto fastOutput = std::make_unique<unsigned char[]>(room);
-        const auto plainOutput = std::make_unique<unsigned char[]>(room);
-        const auto a = fast(bytes, {fastOutput.get(), room});
-        const auto b = plain(bytes, {plainOutput.get(), room});
-        ASSERT_EQ(std::tie(a.status, a.read, a.written), std::tie(b.status, b.read, b.written)) << room;
-        ASSERT_EQ(std::memcmp(fastOutput.get(), plainOutput.get(), a.written), 0) << room;
+    for (std::size_t space = 0; space <= 3 * input.size(); space += 1 + space / 3) {
+        const auto fastOutput = std::make_unique<unsigned char[]>(space);
+        const auto plainOutput = std::make_unique<unsigned char[]>(space);
+        const auto a = fast(bytes, {fastOutput.get(), space});
+        const auto b = plain(bytes, {plainOutput.get(), space});
+        ASSERT_EQ(std::tie(a.status, a.read, a.written), std::tie(b.status, b.read, b.written)) << space;
+        ASSERT_EQ(std::memcmp(fastOutput.get(), plainOutput.get(), a.written), 0) << space;
     }
 }
 
 TEST(UnicodeConverters, TheFastUtf8GivesWhatThePlainOneGives) {
-    const TextConversion::Utf8Functions fast = TextConversion::FastestUtf8();
-    const std::array<std::string, 9> characters{"a",
-                                                "\x7F",
-                                                "\xC2\x80",
-                                                "\xDF\xBF",
-                                                "\xE0\xA0\x80",
-                                                "\xED\x9F\xBF",
-                                                "\xEF\xBF\xBF",
-                                                "\xF0\x90\x80\x80",
-                                                "\xF4\x8F\xBF\xBF"};
+    // The first and last characters of each length.
+    const std::string ends[] = {"a",      "\x7F",   "\u0080",     "\u07FF",    "\u0800",
+                                "\uD7FF", "\uFFFF", "\U00010000", "\U0010FFFF"};
     std::mt19937 random(3);
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         std::string text;
-        while (text.size() < 100 && random() % 24 != 0) {
-            const std::string& character = characters[random() % characters.size()];
+        while (text.size() < 400 && random() % 32 != 0) {
+            const std::string& character = ends[random() % std::size(ends)];
             for (std::size_t i = random() % 20; i > 0; --i) {
                 text += character;
             }
         }
-        auto units = std::string(Converted::AsBytes(ToUtf16(0x08000100, text).text));
+        std::string units = ToUtf16(0x08000100, text).text;
         if (round % 2 == 0 && !text.empty()) {
             text[random() % text.size()] = static_cast<char>(random());
             units[random() % units.size()] = static_cast<char>(0xD8 + random() % 8);
         }
-        ExpectSame(fast.toUtf16, TextConversion::Plain::Utf8ToUtf16, text);
-        ExpectSame(fast.fromUtf16, TextConversion::Plain::Utf16ToUtf8, units);
+        Generated::OnEveryCpu([&](Lum::Internal::CpuTier) {
+            const auto fast = TextConversion::FastestUtf8();
+            ExpectSame(fast.toUtf16, TextConversion::Plain::Utf8ToUtf16, text);
+            ExpectSame(fast.fromUtf16, TextConversion::Plain::Utf16ToUtf8, units);
+        });
     }
 }
 

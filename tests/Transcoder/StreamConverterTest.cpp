@@ -2,14 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <ostream>
-#include <random>
 #include <string>
-#include <string_view>
-#include <vector>
-
-#include "tests/Generated.h"
+#include <utility>
 
 namespace Lum {
 void PrintTo(ConversionStatus status, std::ostream* out) { *out << static_cast<int>(status); }
@@ -20,98 +15,8 @@ namespace {
 using Lum::ConversionStatus;
 using Lum::StreamConverter;
 
-struct Streamed {
-    ConversionStatus status;
-    std::size_t read;
-    std::string text;
-};
-
-/// Converts `input` in blocks of random sizes, at most `longest`, as a program that reads a file would.
-Streamed Stream(const std::string& from, const std::string& to, const std::string& input, std::size_t longest,
-                unsigned seed) {
-    std::mt19937 random(seed);
-    const auto size = [&] { return random() % longest + 1; };
-    StreamConverter converter(from, to);
-    Streamed result{ConversionStatus::kDone, 0, ""};
-    std::size_t given = 0;
-    std::string output;
-    const auto take = [&](const Lum::ConversionResult& step) {
-        result.read += step.read;
-        result.text.append(output, 0, step.written);
-        result.status = step.status;
-    };
-    // Room that never suffices would keep us here: it grows until something happens.
-    std::size_t room = size();
-    for (;;) {
-        output.assign(room, '?');
-        const Generated::Exact block(std::string_view(input).substr(result.read, given - result.read));
-        const auto step = converter.Convert(block.View(), output);
-        take(step);
-        if (step.status == ConversionStatus::kOutputFull) {
-            room = step.read == 0 && step.written == 0 ? room + 1 : size();
-            EXPECT_LE(room, longest + 16);
-        } else if ((step.status == ConversionStatus::kDone || step.status == ConversionStatus::kIncomplete) &&
-                   given < input.size()) {
-            given = std::min(input.size(), given + size());
-        } else {
-            break;
-        }
-    }
-    for (room = 0; result.status == ConversionStatus::kDone || result.status == ConversionStatus::kOutputFull; ++room) {
-        output.assign(room, '?');
-        take(converter.Finish(output));
-        if (result.status == ConversionStatus::kDone) {
-            return result;
-        }
-    }
-    return result;
-}
-
-/// UTF-8 text of about `size` bytes with characters of all lengths that `encoding` has.
-std::string Sample(const std::string& encoding, std::size_t size) {
-    std::string sample;
-    std::mt19937 random(1);
-    std::vector<std::string> characters;
-    for (const char* c :
-         {"a", "b", " ", "\n", "+", "~", "é", "ß", "я", "あ", "漢", "字", "ソ", "表", "ｱ", "€", "😀", "𠮷"}) {
-        // A failed conversion stops ahead of the "x".
-        if (Lum::Transcoder::UTF8ToEncoding(std::string(c) + "x", encoding).ends_with('x')) {
-            characters.emplace_back(c);
-        }
-    }
-    while (!characters.empty() && sample.size() < size) {
-        sample += characters[random() % characters.size()];
-    }
-    return sample;
-}
-
-TEST(StreamConverter, GivesTheSameHoweverTheBlocksAreCut) {
-    for (const std::string from :
-         {"utf-8", "utf-16", "iso-8859-1", "utf-16be", "utf-7", "shift_jis", "iso-2022-jp", "gb18030"}) {
-        for (const std::string to : {"utf-8", "utf-16", "utf-16le", "utf-7", "shift_jis", "iso-2022-jp", "gb18030"}) {
-            // Kept to what both have.
-            const std::string sample = Sample(from, 3000);
-            std::string text = Sample(to, 3000);
-            if (Lum::Transcoder::EncodingToUTF8(Lum::Transcoder::UTF8ToEncoding(text, from), from) != text) {
-                text = sample;
-                if (Lum::Transcoder::EncodingToUTF8(Lum::Transcoder::UTF8ToEncoding(text, to), to) != text) {
-                    text = Sample("us-ascii", 3000);
-                }
-            }
-            const std::string input = Lum::Transcoder::UTF8ToEncoding(text, from);
-            const std::string expected = Lum::Transcoder::UTF8ToEncoding(text, to);
-            unsigned seed = 0;
-            for (const std::size_t longest : {1U, 2U, 3U, 7U, 40U, 20000U}) {
-                const Streamed result = Stream(from, to, input, longest, ++seed);
-                EXPECT_EQ(result.status, ConversionStatus::kDone) << from << ' ' << to << ' ' << longest;
-                EXPECT_EQ(result.read, input.size()) << from << ' ' << to << ' ' << longest;
-                EXPECT_EQ(result.text, expected) << from << ' ' << to << ' ' << longest;
-            }
-        }
-    }
-}
-
-TEST(StreamConverter, StopsAtTheBadElementWithAllBeforeItWritten) {
+// That a StreamConverter does the same, however the text is cut, is a property in fuzz/Converters.cpp.
+TEST(ConvertText, StopsAtTheBadElementWithAllBeforeItWritten) {
     const struct {
         std::string from, to, good, bad;
         ConversionStatus status;
@@ -129,18 +34,26 @@ TEST(StreamConverter, StopsAtTheBadElementWithAllBeforeItWritten) {
         {"utf-7", "shift_jis", "a+MEJvIltX", "2D3eAAB6-", ConversionStatus::kUnmappable},
     };
     for (const auto& row : rows) {
-        // The bad element in the first of the blocks that are held between the converters, and in a later one.
+        // The bad element in the first of the blocks between the two converters, and in a later one.
         for (const std::size_t filler : {0U, 3U, 4090U, 9000U}) {
             const std::string good = std::string(filler, 'x') + row.good;
-            const std::string expected = Stream(row.from, row.to, good, 9000, 0).text;
-            for (const std::size_t longest : {1U, 5U, 100U, 9000U}) {
-                const Streamed result = Stream(row.from, row.to, good + row.bad, longest, 7);
-                EXPECT_EQ(result.status, row.status) << row.from << ' ' << row.to << ' ' << filler << ' ' << longest;
-                EXPECT_EQ(result.read, good.size()) << row.from << ' ' << row.to << ' ' << filler << ' ' << longest;
-                EXPECT_TRUE(expected.starts_with(result.text)) << row.from << ' ' << row.to;
-            }
+            const auto whole = Lum::ConvertText(good + row.bad, row.from, row.to);
+            EXPECT_EQ(std::pair(whole.status, whole.offset), std::pair(row.status, good.size()))
+                << row.from << ' ' << row.to << ' ' << filler;
+            EXPECT_TRUE(Lum::ConvertText(good, row.from, row.to).text.starts_with(whole.text)) << row.from;
         }
     }
+}
+
+TEST(ConvertText, CountsUnitsWhereTheInputIsUnits) {
+    for (const std::size_t filler : {0U, 5000U}) {
+        const auto price = Lum::ConvertTextFromUTF16(std::u16string(filler, u'x') + u"aé€z", "iso-8859-1");
+        EXPECT_EQ(price.status, ConversionStatus::kUnmappable);
+        EXPECT_EQ(price.offset, filler + 2);
+        EXPECT_EQ(price.text, std::string(filler, 'x') + "a\xE9");
+    }
+    EXPECT_EQ(Lum::ConvertTextFromUTF16(u"\xDC00", "utf-8").status, ConversionStatus::kMalformed);
+    EXPECT_EQ(Lum::ConvertTextFromUTF16(u"a\xD800", "utf-8").status, ConversionStatus::kIncomplete);
 }
 
 TEST(StreamConverter, StaysAtABadElementUntilItIsCleared) {
@@ -155,7 +68,25 @@ TEST(StreamConverter, StaysAtABadElementUntilItIsCleared) {
     EXPECT_EQ(output[0], '\xE9');
     EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kDone);
     EXPECT_EQ(StreamConverter("utf-8", "no such").Convert("a", output).status, ConversionStatus::kNoSuchEncoding);
+    for (const char* const input : {"", "ab", "a\xFF"}) {
+        EXPECT_EQ(Lum::ConvertText(input, "utf-8", "no such").status, ConversionStatus::kNoSuchEncoding) << input;
+        EXPECT_EQ(Lum::ConvertText(input, "no such", "utf-16").status, ConversionStatus::kNoSuchEncoding) << input;
+    }
     EXPECT_EQ(StreamConverter("no such", "utf-16").Finish(output).status, ConversionStatus::kNoSuchEncoding);
+}
+
+TEST(StreamConverter, DoesNotFinishATextWhoseEndIsNotConverted) {
+    for (const auto& [from, to] : {std::pair("utf-8", "utf-16"), {"utf-8", "utf-16be"}, {"shift_jis", "utf-16"}}) {
+        StreamConverter converter(from, to);
+        std::string output(2, '?');
+        EXPECT_EQ(converter.Convert("ab", output).status, ConversionStatus::kOutputFull) << from;
+        EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kIncomplete) << from;
+        EXPECT_EQ(converter.Convert("b\xE3", output).status, ConversionStatus::kIncomplete) << from;
+        EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kIncomplete) << from;
+        converter.Clear();
+        EXPECT_EQ(converter.Convert("b", output).status, ConversionStatus::kDone) << from;
+        EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kDone) << from;
+    }
 }
 
 TEST(StreamConverter, StaysInBoundsWhereTheUnreadBytesAreNotGivenAgain) {

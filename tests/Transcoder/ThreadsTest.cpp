@@ -1,5 +1,4 @@
-#include <Lum/Transcoder.h>
-
+// What several threads do: the lock, and conversions by all of them at the same time.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -9,9 +8,44 @@
 #include <thread>
 #include <vector>
 
+#include <Lum/Mutex.h>
+#include <Lum/Transcoder.h>
+
 namespace {
 
-using Lum::Transcoder;
+struct ExposedMutex : Lum::Mutex {
+    using Mutex::m_mutex;
+    using Mutex::m_owner;
+    /// Whether another thread could take it.
+    [[nodiscard]] bool IsFree() {
+        bool isFree = false;
+        std::thread([&] {
+            isFree = pthread_mutex_trylock(&m_mutex) == 0;
+            if (isFree) {
+                pthread_mutex_unlock(&m_mutex);
+            }
+        }).join();
+        return isFree;
+    }
+};
+
+TEST(Mutex, MayBeTakenAgainByTheThreadThatHoldsIt) {
+    ExposedMutex mutex;
+    EXPECT_EQ(mutex.m_owner, 0U);
+    mutex.Lock();
+    mutex.Lock();
+    EXPECT_EQ(mutex.m_owner, pthread_self());
+    mutex.Unlock();
+    EXPECT_EQ(mutex.m_owner, 0U);  // though it is held once more
+    EXPECT_FALSE(mutex.IsFree());
+    mutex.Unlock();
+    EXPECT_TRUE(mutex.IsFree());
+    {
+        const Lum::ScopedLock lock(mutex);
+        EXPECT_FALSE(mutex.IsFree());
+    }
+    EXPECT_TRUE(mutex.IsFree());
+}
 
 TEST(TranscoderThreads, AnswersEveryThreadAlike) {
     const std::string encodings[] = {"utf-8", "iso-8859-1", "utf-7", "shift_jis", "iso-2022-jp", "gb18030"};
@@ -22,7 +56,7 @@ TEST(TranscoderThreads, AnswersEveryThreadAlike) {
             // With every third text the conversion fails on the way.
             const std::u16string text = std::u16string(i % 40, u'a') + u"§" + (i % 3 == 0 ? u"\xDC00" : u"");
             sum += std::hash<std::string>{}(
-                Transcoder::EncodingToUTF8(Transcoder::UTF16ToEncoding(text, encoding), encoding));
+                Lum::Transcoder::EncodingToUTF8(Lum::Transcoder::UTF16ToEncoding(text, encoding), encoding));
         }
         return sum;
     };

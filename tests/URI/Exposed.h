@@ -1,10 +1,10 @@
-// A URI whose stored components and flags a test can read.
+// A URI whose stored components and flags a test can read and compare with the plain splitter.
 #pragma once
 
-#include <ostream>
 #include <string>
 
 #include <Lum/URI.h>
+#include <Lum/URISplitter.h>
 
 class Exposed : public Lum::URI {
 public:
@@ -32,6 +32,24 @@ public:
             record += *component + '|';
         }
         return record + (m_IsValid ? "v" : "") + (m_IsRelative ? "r" : "") + (m_IsHierarchical ? "h" : "");
+    }
+
+    /// Whether a valid URI holds the pieces of `text`. Of an authority only one that is a mere host is compared.
+    [[nodiscard]] bool HoldsPiecesOf(const std::string& text) const {
+        const Lum::Internal::URIPieces pieces = Lum::Internal::SplitURI(text);
+        std::string scheme(pieces.scheme), authority(pieces.authority), path(pieces.path);
+        MakeLower(scheme);
+        MakeLower(authority);
+        const bool startsWithDrive =
+            path.size() > 2 && path[0] == '/' && VerifyAlpha(path.substr(1, 1)) && path[2] == ':';
+        if (pieces.isHierarchical && scheme == "file" && startsWithDrive) {
+            path[2] = '|';
+        }
+        const bool isHost = authority.find_first_of(":@[") == std::string::npos;
+        return m_Scheme == scheme && (!isHost || m_Authority == authority) && m_Query == pieces.query &&
+               m_Fragment == pieces.fragment && m_Path == (pieces.isHierarchical ? path : "") &&
+               m_NonHierarchical == (pieces.isHierarchical ? "" : path) && m_IsRelative != pieces.hasScheme &&
+               m_IsHierarchical == pieces.isHierarchical;
     }
 };
 

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include <Lum/URI.h>
-
 #include "Mac/FileSystemPaths.h"
+#include "tests/URI/Exposed.h"
 
 namespace {
 
@@ -44,13 +43,7 @@ TEST(LocalPaths, FromTheThreeStyles) {
 }
 
 TEST(LocalPaths, ToTheThreeStyles) {
-    struct Row {
-        const char* uri;
-        const char* win;
-        const char* mac;
-        const char* posix;
-    };
-    for (const Row& row : std::vector<Row>{
+    for (const auto& [text, win, mac, posix] : std::vector<std::array<const char*, 4>>{
              {"file:///C|/Program%20Files/x", "C:\\Program Files\\x", "C|:Program Files:x",
               "/Volumes/C|/Program Files/x"},
              {"file://server/share/x", "\\\\server\\share\\x", "", ""},
@@ -64,12 +57,12 @@ TEST(LocalPaths, ToTheThreeStyles) {
              {"a/b|c", "a\\b|c", ":a:b|c", "a/b|c"},
              {"mailto:x", "", "", ""},
          }) {
-        const URI uri(row.uri);
-        EXPECT_EQ(uri.ToLocalPathWin(), row.win) << row.uri;
-        EXPECT_EQ(uri.ToLocalPathMac(), row.mac) << row.uri;
-        const char* const native = std::array{row.win, row.mac, row.posix}[static_cast<std::size_t>(kNativePaths)];
-        EXPECT_EQ(uri.ToLocalPath(), native) << row.uri;
-        EXPECT_EQ(uri.ToLocalPathUnix(), row.posix) << row.uri;
+        const URI uri(text);
+        EXPECT_EQ(uri.ToLocalPathWin(), win) << text;
+        EXPECT_EQ(uri.ToLocalPathMac(), mac) << text;
+        const char* const native = std::array{win, mac, posix}[static_cast<std::size_t>(kNativePaths)];
+        EXPECT_EQ(uri.ToLocalPath(), native) << text;
+        EXPECT_EQ(uri.ToLocalPathUnix(), posix) << text;
     }
 }
 
@@ -78,7 +71,7 @@ TEST(LocalPaths, TheUnadornedOperationsUseTheNativeStyle) {
     uri.LocalPathToURI("a\\b:c");
     const std::array uris{"file:///a/b%7Cc", "file:///a%5Cb/c", "file:///a%5Cb%3Ac"};
     EXPECT_EQ(uri, uris[static_cast<std::size_t>(kNativePaths)]);
-    // A NUL ends what the host is asked; a user stays who was there.
+    // A NUL ends the path that the host gets. User information stays.
     EXPECT_EQ(URI("file:///Disk/a%00b").ToLocalPathUnix(), "/Volumes/Disk/a");
     uri = "http://u:p@h:1/x";
     uri.LocalPathToURIUnix("/a");
@@ -91,9 +84,53 @@ TEST(LocalPaths, TheStartupVolumeHasAName) {
     EXPECT_EQ(URI("file:///%E6%97%A5%E6%9C%AC/x").ToLocalPathUnix(), "/x");
     EXPECT_EQ(URI("file:///Macintosh%20HD").ToLocalPathUnix(), "/Volumes/Macintosh HD");
     Lum::Platform::SetStartupVolumeName("Macintosh HD");
-    EXPECT_EQ(Mac::ColonToPosixPath(":x"), "");
-    EXPECT_EQ(Mac::ColonToPosixPath("Macintosh HD"), "/");
-    EXPECT_EQ(Mac::PosixToColonPath(""), "");
+    EXPECT_EQ(Lum::Internal::Mac::ColonToPosixPath(":x"), "");
+    EXPECT_EQ(Lum::Internal::Mac::ColonToPosixPath("Macintosh HD"), "/");
+    EXPECT_EQ(Lum::Internal::Mac::PosixToColonPath(""), "");
+}
+
+TEST(Overrides, ChangeTheLibrarysAnswersWhereItAsksThroughTheInterface) {
+    struct Derived : Exposed {
+        using Exposed::Exposed;
+        [[nodiscard]] bool IsDirectory() const override { return true; }
+        [[nodiscard]] bool IsRelative() const override { return relative; }
+        [[nodiscard]] bool IsOfType(StringProxy scheme) const override { return scheme == "file"; }
+        [[nodiscard]] StringProxy ToLocalPathMac() const override { return "Macintosh HD:mine"; }
+        [[nodiscard]] StringProxy ToLocalPathWin() const override { return "mine"; }
+        void LocalPathToURIMac(StringProxy path) override { *static_cast<URI*>(this) = path; }
+        void LocalPathToURIUnix(StringProxy path) override { LocalPathToURIMac(path); }
+        void LocalPathToURIWin(StringProxy path) override { LocalPathToURIMac(path); }
+        bool ChDir(StringProxy reference, bool escape) override {
+            references += static_cast<const std::string&>(reference) + ' ';
+            return URI::ChDir(reference, escape);
+        }
+        bool relative = false;
+        std::string references;
+    };
+    Derived uri("http://h/a/b");
+    EXPECT_EQ(uri.GetFilename(false), "");
+    EXPECT_EQ(uri.GetExtension(false), "");
+    EXPECT_EQ(uri.GetLastPathComponent(), "");  // of "/a/b" without its last character
+    uri.RemoveLastPathComponent();
+    EXPECT_EQ(uri.references, ".. ");
+    uri.LocalPathToURI("mailto:x");
+    EXPECT_EQ(uri, "mailto:x");
+    EXPECT_EQ(uri.ToLocalPathUnix(), "");
+    uri = "file:///x";
+    EXPECT_EQ(uri.ToLocalPathUnix(), "/mine");
+    EXPECT_TRUE(std::string(uri.ToLocalPath()).ends_with("mine"));
+    uri = "http:///x";
+    uri.SetPath("/C|/ ");
+    EXPECT_EQ(uri.m_Path, "/C|/%20");
+    // It says that it is relative: it keeps a ".." too many, and MakeRelativeURI has nothing to do.
+    uri = "http://h/a";
+    uri.relative = true;
+    uri.ChDir("../../b", false);
+    EXPECT_EQ(uri.m_Path, "/../../b");
+    EXPECT_TRUE(uri.MakeRelativeURI(URI("http://h/"), true));
+    EXPECT_EQ(uri.m_Path, "/../../b");
+    // The relation of two URIs asks the flags, not the interface.
+    EXPECT_EQ(uri.GetRelation(uri, true), Lum::kRelationSame);
 }
 
 }  // namespace

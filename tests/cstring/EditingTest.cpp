@@ -2,46 +2,70 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <functional>
 #include <map>
 #include <sstream>
 #include <string>
 #include <type_traits>
 #include <unordered_set>
-#include <vector>
 
 namespace {
 
 TEST(StringEditing, TextsOfTheStringItselfServeAsOperands) {
+    CString s(u"abc");
+    EXPECT_EQ(s.Replace(u"b", s), 1);
+    EXPECT_EQ(s, u"aabcc");
+    EXPECT_EQ(s.Replace(s, u"xy"), 1);
+    s.Format(u"%s-%d-%s", s.GetAsUniCharStr(), 7, s.GetAsUniCharStr() + 1);
+    EXPECT_EQ(s, u"xy-7-y");
+    s.TrimRight(s.GetAsUniCharStr() + 2);
+    EXPECT_EQ(s, u"x");
+    s.TrimLeft(s);
+    EXPECT_EQ(s, u"");
+}
+
+TEST(StringEditing, AnEditCopiesWhatIsSharedAndKeepsWhatIsNot) {
+    static constexpr HFSUniStr255 kName{1, {'x'}};
     const struct {
         const char* name;
-        std::function<void(CString&)> edit;
+        void (*edit)(CString&);
         const char16_t* result;
-    } rows[] = {
-        {"append", [](CString& s) { s += s; }, u"abcabc"},
-        {"append a tail", [](CString& s) { s += s.GetAsUniCharStr() + 1; }, u"abcbc"},
-        {"insert across itself", [](CString& s) { s.Insert(1, s.GetAsUniCharStr()); }, u"aabcbc"},
-        {"insert in front", [](CString& s) { s.Insert(-5, s); }, u"abcabc"},
-        {"insert a tail behind", [](CString& s) { s.Insert(99, s.GetAsUniCharStr() + 2); }, u"abcc"},
-        {"replace itself", [](CString& s) { s.Replace(s, u"xy"); }, u"xy"},
-        {"replace by itself", [](CString& s) { s.Replace(u"b", s); }, u"aabcc"},
-        {"assign a tail", [](CString& s) { s = s.GetAsUniCharStr() + 1; }, u"bc"},
-        {"format itself", [](CString& s) { s.Format(u"%s-%d-%s", s.GetAsUniCharStr(), 7, s.GetAsUniCharStr()); },
-         u"abc-7-abc"},
-        {"trim by itself", [](CString& s) { s.TrimRight(s.GetAsUniCharStr() + 1); }, u"a"},
-    };
+    } rows[] = {{"SetAt", [](CString& s) { s.SetAt(1, 'x'); }, u" xAc "},
+                {"Insert a unit", [](CString& s) { s.Insert(1, 'x'); }, u" xbAc "},
+                {"Remove", [](CString& s) { s.Remove('A'); }, u" bc "},
+                {"Replace of a unit", [](CString& s) { s.Replace('A', 'x'); }, u" bxc "},
+                {"MakeReverse", [](CString& s) { s.MakeReverse(); }, u" cAb "},
+                {"MakeLower", [](CString& s) { s.MakeLower(); }, u" bac "},
+                {"MakeUpper", [](CString& s) { s.MakeUpper(); }, u" BAC "},
+                {"TrimLeft", [](CString& s) { s.TrimLeft(); }, u"bAc "},
+                {"TrimRight", [](CString& s) { s.TrimRight(); }, u" bAc"},
+                {"TrimLeft of a unit", [](CString& s) { s.TrimLeft(' '); }, u"bAc "},
+                {"TrimRight of a unit", [](CString& s) { s.TrimRight(' '); }, u" bAc"},
+                {"TrimLeft of a set", [](CString& s) { s.TrimLeft(u"b "); }, u"Ac "},
+                {"TrimRight of a set", [](CString& s) { s.TrimRight(u"c "); }, u" bA"},
+                {"+= a text", [](CString& s) { s += u"x"; }, u" bAc x"},
+                {"= a unit", [](CString& s) { s = 'x'; }, u"x"},
+                {"Format", [](CString& s) { s.Format(u"%d", 1); }, u"1"},
+                {"SetFromHFSUniStr255", [](CString& s) { s.SetFromHFSUniStr255(&kName); }, u"x"}};
     for (const auto& row : rows) {
-        for (const bool isRoomy : {false, true}) {
-            CString s(u"abc");
-            if (!isRoomy) {
-                s.GetBufferSetLength(513);
-                s.ReleaseBuffer();
-                s.FreeExtra();
-            }
-            const CString sharer = isRoomy ? s : CString();
+        for (const bool isShared : {false, true}) {
+            CString s(u" bAc ");
+            const CString sharer = isShared ? s : CString();
+            const unsigned short* const units = isShared ? s.GetAsUniCharStr() : s.LockBuffer();
+            s.ReleaseCFStringRef(s.GetCFStringRef(0));
             row.edit(s);
+            const auto& header = reinterpret_cast<const CStringData*>(s.GetAsUniCharStr())[-1];
             EXPECT_EQ(s, row.result) << row.name;
-            EXPECT_EQ(sharer, isRoomy ? u"abc" : u"") << row.name;
+            EXPECT_EQ(header.cachedCFString, nullptr) << row.name;
+            EXPECT_EQ(header.refCount, isShared ? 1 : -1) << row.name;
+            EXPECT_EQ(s.GetAsUniCharStr() != units, isShared) << row.name;
+            if (isShared) {
+                const auto& old = reinterpret_cast<const CStringData*>(units)[-1];
+                EXPECT_EQ(sharer, u" bAc ") << row.name;
+                EXPECT_EQ(old.refCount, 3) << row.name;
+                EXPECT_NE(old.cachedCFString, nullptr) << row.name;
+            }
         }
     }
 }
@@ -49,87 +73,52 @@ TEST(StringEditing, TextsOfTheStringItselfServeAsOperands) {
 TEST(StringEditing, ResultsAreAsDocumented) {
     CString s(u"abcdef");
     EXPECT_EQ(s.Delete(1, 2), 6) << "the length from before";
-    EXPECT_EQ(s, u"adef");
     EXPECT_EQ(s.Delete(2, 100), 4);
-    EXPECT_EQ(s, u"ad");
-    EXPECT_EQ(s.Delete(2, 1), 2);
     EXPECT_EQ(s.Insert(1, 'x'), 3);
     EXPECT_EQ(s.Insert(1, 0), 4);
     EXPECT_EQ(s, std::u16string_view(u"a\0xd", 4));
     EXPECT_EQ(s.Remove(0), 1);
-    EXPECT_EQ(s.Replace(u"", u"x"), 0);
-    EXPECT_EQ(s.Replace(nullptr, u"x"), 0);
     EXPECT_EQ(s.Replace(u"x", nullptr), 1);
     EXPECT_EQ(s, u"ad");
-
     const CString sharer(s);
-    EXPECT_EQ(s.Replace('a', 'a'), 0);
-    EXPECT_EQ(s.Replace(u"zz", u"y"), 0);
+    EXPECT_EQ(s.Replace('a', 'a') + s.Replace(u"zz", u"y") + s.Replace(u"", u"x") + s.Replace(nullptr, u"x"), 0);
     EXPECT_EQ(s.GetAsUniCharStr(), sharer.GetAsUniCharStr()) << "nothing to replace, nothing to copy";
     s.FormatMessage(u"%d", 1);
     EXPECT_EQ(s, u"ad");
+    s = u"\t\v\u00A0 a \u00A0\r\n";
+    s.Trim();
+    EXPECT_EQ(s, u"\u00A0 a") << "the no-break space goes at the end only";
 }
 
 TEST(StringEditing, ReplacesMoreThanIsRememberedInEveryDirection) {
-    for (const char16_t* const to : {u"", u"y", u"zz", u"long"}) {
-        std::u16string text;
-        std::u16string expected;
+    for (const std::u16string to : {u"", u"y", u"zz", u"long"}) {
+        std::u16string text, expected;
         for (int i = 0; i < 2000; ++i) {
             text += u"-xx";
-            expected += std::u16string(u"-") + to;
+            expected += u"-" + to;
         }
-        CString s(text);
-        CString tight(s);
-        tight.FreeExtra();
-        s.GetBuffer(10000);
-        EXPECT_EQ(s.Replace(u"xx", to), 2000);
-        EXPECT_EQ(s, expected);
-        EXPECT_EQ(tight.Replace(u"xx", to), 2000);
-        EXPECT_EQ(tight, expected);
+        for (const int capacity : {0, 10'000}) {
+            CString s(text);
+            s.GetBuffer(capacity);
+            EXPECT_EQ(s.Replace(u"xx", to.c_str()), 2000);
+            EXPECT_EQ(s, expected);
+        }
     }
-}
-
-TEST(StringEditing, TrimmingAsksTwoTables) {
-    const CString padded(u"\t\v\u00A0 a \u00A0\r\n");
-    const struct {
-        void (CString::*trim)();
-        const char16_t* result;
-    } rows[] = {{&CString::TrimLeft, u"\u00A0 a \u00A0\r\n"},
-                {&CString::TrimRight, u"\t\v\u00A0 a"},
-                {&CString::Trim, u"\u00A0 a"}};
-    for (const auto& row : rows) {
-        CString s(padded);
-        (s.*row.trim)();
-        EXPECT_EQ(s, row.result);
-    }
-    CString s(u"xxyaxyx");
-    s.TrimLeft('x');
-    EXPECT_EQ(s, u"yaxyx");
-    s.TrimRight(u"xy");
-    EXPECT_EQ(s, u"ya");
-    s.TrimLeft(u"ay");
-    EXPECT_EQ(s, u"");
 }
 
 TEST(StringEditing, CaseIsThatOfAscii) {
-    CString s;
-    unsigned short* const units = s.GetBufferSetLength(0x10000);
-    for (int unit = 0; unit < 0x10000; ++unit) {
-        units[unit] = static_cast<unsigned short>(unit);
-    }
-    CString upper(s);
-    upper.MakeUpper();
-    CString lower(s);
-    lower.MakeLower();
-    for (int i = 0; i < s.GetLength(); ++i) {
-        const int unit = s[i];
-        EXPECT_EQ(upper[i], unit >= 'a' && unit <= 'z' ? unit - 32 : unit);
-        EXPECT_EQ(lower[i], unit >= 'A' && unit <= 'Z' ? unit + 32 : unit);
+    for (int unit = 1; unit < 0x10000; ++unit) {
+        CString s(unit, 20);
+        s.MakeUpper();
+        EXPECT_EQ(s, CString(unit >= 'a' && unit <= 'z' ? unit - 32 : unit, 20));
+        s = CString(unit, 20);
+        s.MakeLower();
+        EXPECT_EQ(s, CString(unit >= 'A' && unit <= 'Z' ? unit + 32 : unit, 20));
     }
     // In a double-byte script a lead byte shields itself and the unit behind it.
     IntlInfo::s_doubleByte = true;
     IntlInfo::s_leadByteTable[0x81] = 1;
-    s = u"a\u0181ab";
+    CString s(u"a\u0181ab");
     s.MakeUpper();
     EXPECT_EQ(s, u"A\u0181aB");
     IntlInfo::s_doubleByte = false;
@@ -141,61 +130,109 @@ TEST(StringCalls, CompileWithoutCastsAndMeanTheObvious) {
     CString s(u"xay");
     const unsigned short a[] = {'a', 0};
     EXPECT_EQ(s.Find('a') + s.Find(u'a') + s.Find(u"a") + s.Find(a) + s.Find(L'a') + s.Find(97), 6);
-    EXPECT_EQ(s.Find(0), 3);
     EXPECT_EQ(s.Replace(a, u"b"), 1);
-    EXPECT_EQ(s + 'z' + u'z' + 0 + u"q" + a, std::u16string_view(u"xbyzz\0qa", 8));
-    EXPECT_EQ('<' + s, u"<xby");
-    EXPECT_EQ(u"<" + s, u"<xby");
-    EXPECT_EQ(a + s, u"axby");
+    EXPECT_EQ(u"<" + ('<' + s) + 'z' + u'z' + 0 + u"q" + a, std::u16string_view(u"<<xbyzz\0qa", 10));
+    EXPECT_EQ(std::u16string(u"!") + (a + s) + std::u16string(u"!") + std::u16string_view(u"?"), u"!axby!?");
     EXPECT_EQ(CString(0, 3).GetLength(), 3);
-    EXPECT_TRUE(CString(nullptr) == nullptr);
-    EXPECT_FALSE(s == nullptr);
+    EXPECT_TRUE(CString(nullptr) == nullptr && !(s == nullptr) && (CString(s) = nullptr).IsEmpty());
     EXPECT_EQ(CString('\xE9', 1)[0], 0xE9) << "a character is its unsigned byte";
-    EXPECT_EQ(s[0], s[0U]);
-    EXPECT_EQ(s[short{1}] + s[1L] + s[std::size_t{1}] + s[char{1}], 4 * 'b');
+    EXPECT_EQ(s[1U] + s[short{1}] + s[1L] + s[std::size_t{1}] + s[char{1}], 5 * 'b');
     EXPECT_TRUE(s == u"xby" && u"xby" == s && s != u"x" && s < u"y" && s > CString(u"x") && s == "xby");
     EXPECT_TRUE(s == std::u16string(u"xby") && s == std::u16string_view(u"xby") && s != a);
-    EXPECT_EQ(std::u16string(s), u"xby");
-    EXPECT_EQ(std::u16string(s.begin(), s.end()), u"xby");
-    EXPECT_EQ(s + std::u16string(u"!") + std::u16string_view(u"?"), u"xby!?");
-    EXPECT_EQ(std::u16string(u"!") + s, u"!xby");
-    EXPECT_TRUE(s.LoadString(0));
-    EXPECT_EQ(s, u"0");
-    EXPECT_EQ(CString(reinterpret_cast<const char*>(1004)), u"1004");
-    EXPECT_EQ(CString(reinterpret_cast<const unsigned short*>(1004)), u"1004");
+    EXPECT_EQ(std::u16string(s), std::u16string(s.begin(), s.end()));
+    EXPECT_TRUE(s.LoadString(0) && s == u"0");
     EXPECT_EQ((std::unordered_set<CString>{u"a", u"a", u"b"}).size(), 2U);
-    EXPECT_EQ(std::hash<CString>{}(u"ab"), std::hash<std::u16string_view>{}(u"ab"));
-    s = nullptr;
-    EXPECT_TRUE(s.IsEmpty());
     s = std::u16string(u"view");
     s += std::u16string_view(u"!");
-    EXPECT_EQ(s, u"view!");
-    s = 'q';
     s += "\xC3\xA9";
-    EXPECT_EQ(s, u"q\u00E9");
+    EXPECT_EQ(s, u"view!\u00E9");
     static_assert(std::is_nothrow_default_constructible_v<CString> && std::is_nothrow_swappable_v<CString>);
 }
 
 TEST(StringCalls, GenericComparisonsOrderTextsNotPointers) {
-    const std::vector<CString> sorted{u"", u"a", u"ab", u"b", u"\uFFFF"};
-    for (std::size_t i = 0; i < sorted.size(); ++i) {
-        for (std::size_t j = 0; j < sorted.size(); ++j) {
-            // In a buffer of its own, so that an address cannot be right by chance both ways.
-            const CString a(sorted[i].GetAsUniCharStr());
-            EXPECT_EQ(std::less<>{}(a, sorted[j]), i < j);
-            EXPECT_EQ(std::greater_equal<>{}(a, sorted[j]), i >= j);
-            EXPECT_EQ(std::ranges::less{}(sorted[j], a), j < i);
-            EXPECT_EQ(std::ranges::equal_to{}(a, sorted[j]), i == j);
-        }
-    }
+    const CString a(u"a"), same(u"a"), b(u"\uFFFF");
+    // In both orders, so that addresses cannot be right by chance.
+    EXPECT_TRUE(std::less<>{}(a, b) && !std::less<>{}(b, a) && !std::less<>{}(a, same) && !std::less<>{}(same, a));
+    EXPECT_TRUE(std::greater_equal<>{}(b, a) && !std::greater_equal<>{}(a, b) && std::ranges::less{}(a, b));
+    EXPECT_TRUE(!std::ranges::less{}(b, a) && std::ranges::equal_to{}(a, same) && !std::ranges::equal_to{}(a, b));
     EXPECT_TRUE((std::map<CString, int, std::less<>>{{u"a", 1}}.contains(u"a")));
 }
 
 TEST(StringCalls, PrintAsUtf8) {
     std::ostringstream out;
-    out << CString(u"a\u00E9\u20AC\U0001F600") << CString(static_cast<unsigned short>(0xD83D), 1) << CString(0xDE00, 1);
-    EXPECT_EQ(out.str(), "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80\xEF\xBF\xBD\xEF\xBF\xBD");
-    EXPECT_EQ(testing::PrintToString(CString(u"\u00E9")), "\"\xC3\xA9\"");
+    out << CString(u"a\u00E9\u20AC\U0001F600") << CString(0xD83D, 1) << CString(0xDE00, 1);
+    EXPECT_EQ(out.str(), "aé€😀\uFFFD\uFFFD");
+    EXPECT_EQ(testing::PrintToString(CString(u"é")), "\"é\"");
+}
+
+TEST(StringSearching, FindsUnitsAndTexts) {
+    const CString s(u"abcabc");
+    EXPECT_EQ(s.Find('c', -3), 2) << "a negative start is the beginning";
+    EXPECT_EQ(s.Find('a', 6), -1) << "a start at the end";
+    EXPECT_EQ(s.Find(0, 5), 6) << "the end itself";
+    EXPECT_EQ(CString().Find(0), -1) << "nothing is found in nothing";
+    EXPECT_EQ(s.ReverseFind(0), 6) << "the end";
+    EXPECT_EQ(CString().ReverseFind(0), 0) << "the end of nothing";
+    EXPECT_EQ(s.Find(u"abc", 1), 3) << "a text from a start";
+    EXPECT_EQ(s.Find(u"", 6), 6) << "the empty text at the end";
+    EXPECT_EQ(s.Find(u"", 7), -1) << "and behind it";
+    EXPECT_EQ(s.FindOneOf(u"xcb"), 1) << "one of a set";
+    EXPECT_EQ(CString(u"a\0b", 3).Find(u"b"), 2) << "behind a 0 unit";
+    EXPECT_EQ(CString(u"ABC").CompareNoCase(u"abd"), -1) << "case ignored";
+    EXPECT_EQ(CString(u"\u00C9").CompareNoCase(u"\u00E9"), -1) << "but not beyond ASCII";
+    EXPECT_EQ(CString(u"a").CompareNoCase(u"AB"), -1) << "shorter";
+    EXPECT_EQ(CString(u"\uFFFF").Compare(u"a"), 1) << "units have no sign";
+    EXPECT_EQ(CString(u"a").Compare(CString(u"a\0", 2)), -1) << "a 0 unit is text";
+}
+
+TEST(StringSearching, PartsByPlaceAreClamped) {
+    const CString s(u"abcdef");
+    EXPECT_EQ(s.Left(-1), u"");
+    EXPECT_EQ(s.Right(-1), u"");
+    EXPECT_EQ(s.Mid(INT_MIN), u"abcdef");
+    EXPECT_EQ(s.Mid(INT_MAX, INT_MAX), u"");
+    EXPECT_EQ(s.Mid(1, INT_MIN), u"");
+    EXPECT_EQ(s.SpanIncluding(u"cab") + s.SpanExcluding(u"d"), u"abcabc");
+    EXPECT_EQ(s.RightMost(2), u"cdef");
+    EXPECT_EQ(s.RightMost(INT_MAX), u"");
+    EXPECT_EQ(s.RightMost(INT_MIN), u"abcdef");
+}
+
+TEST(StringSearching, TokensEndWithMinusOne) {
+    const CString s(u"  a,b");
+    int position = 0;
+    for (const auto& [token, after] : {std::pair(u"a", 4), {u"b", 6}, {u"", -1}}) {
+        EXPECT_EQ(s.Tokenize(u" ,", position), token);
+        EXPECT_EQ(position, after);
+    }
+    position = 3;
+    EXPECT_EQ(s.Tokenize(nullptr, position), s);
+    EXPECT_EQ(CString(u",,,,").Tokenize(u",", position), u"");
+    EXPECT_EQ(position, -1);
+}
+
+TEST(StringParts, AreNumberedFromZero) {
+    const CString s(u"a:b:c:d");
+    EXPECT_EQ(s.GetPartCount(':'), 4);
+    EXPECT_EQ(CString().GetPartCount(':'), 1);
+    EXPECT_EQ(s.GetPart(':', 4), u"") << "none of that number";
+    EXPECT_EQ(s.GetPart(':', -1), u"") << "nor of this";
+    EXPECT_EQ(CString(u"a:").GetLastPart(':'), u"") << "behind a delimiter at the end";
+    EXPECT_EQ(s.GetLastPart('x'), u"a:b:c:d") << "no delimiter";
+    EXPECT_EQ(s.GetPartRange(':', 2, 2), u"c") << "an empty range is one part";
+    EXPECT_EQ(s.GetPartRange(':', 3, 1), u"") << "backwards";
+    EXPECT_EQ(s.GetPartRange(':', 1, -1), u"b:c:d") << "to the end";
+    EXPECT_EQ(s.GetPartRange(':', 2, 6), u"c:d::") << "parts that are not there are empty";
+    EXPECT_EQ(s.GetPartRange(':', -2, 1), u"::a") << "on this side too";
+    EXPECT_EQ(s.GetPartRange(':', 5, 8), u"::") << "nothing but such";
+    EXPECT_EQ(CString(u"a::b::::c").GetPart(CString(u"::"), 2), u"") << "a delimiter of two units";
+    EXPECT_EQ(CString(u"a:::b").GetLastPart(CString(u"::")), u":b") << "matched from the left";
+    EXPECT_EQ(CString(u"a::b::c").GetPartRange(u"::", 1, 3), u"b::c") << "ranges of such";
+    EXPECT_EQ(s.GetPart(CString(), 0), u"a:b:c:d") << "an empty delimiter is found nowhere";
+    EXPECT_EQ(CString(u"a\u00E9b").GetPart('\xE9', 0), u"a\u00E9b") << "nor is one above 0x7F";
+    EXPECT_EQ(CString(u"a\uFFE9b").GetLastPart('\xE9'), u"a\uFFE9b") << "in no form";
+    EXPECT_EQ(CString(u"a::b").GetPartCount(u"::"), 2);
+    EXPECT_EQ(s.GetPart('x', 0).GetAsUniCharStr(), s.GetAsUniCharStr()) << "the whole text shares the buffer";
 }
 
 }  // namespace

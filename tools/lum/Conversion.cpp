@@ -1,7 +1,5 @@
-// Asks a StreamConverter, which unlike the Transcoder tells where it stopped and why.
+// Says in words how a conversion went.
 #include "tools/lum/Conversion.h"
-
-#include <array>
 
 namespace Tool {
 
@@ -11,8 +9,7 @@ std::string CheckEncoding(const std::string& name) {
     if (Lum::EncodingToCharSetID(name) == 0xFFFF) {
         return "no encoding \"" + name + "\", see lum encodings";
     }
-    const bool hasConverter =
-        Lum::StreamConverter(name, "utf-8").Convert({}, {}).status != ConversionStatus::kNoSuchEncoding;
+    const bool hasConverter = Lum::ConvertText({}, name, "utf-8").status != ConversionStatus::kNoSuchEncoding;
     return hasConverter ? "" : "no converter for \"" + name + "\", see lum encodings";
 }
 
@@ -27,26 +24,6 @@ std::string Explain(ConversionStatus status, const std::string& from, const std:
         default:
             return {};
     }
-}
-
-ConvertedText ConvertText(std::string_view text, const std::string& from, const std::string& to) {
-    Lum::StreamConverter converter(from, to);
-    ConvertedText converted;
-    std::array<char, 4096> output;
-    const auto take = [&](const Lum::ConversionResult& result) {
-        converted.text.append(output.data(), result.written);
-        converted.read += result.read;
-        return result.status;
-    };
-    ConversionStatus status = ConversionStatus::kOutputFull;
-    while (status == ConversionStatus::kOutputFull) {
-        status = take(converter.Convert(text.substr(converted.read), output));
-    }
-    if (status == ConversionStatus::kDone) {
-        status = take(converter.Finish(output));
-    }
-    converted.problem = Explain(status, from, to);
-    return converted;
 }
 
 }  // namespace Tool

@@ -1,10 +1,7 @@
-// What the subcommands that take an encoding share: its name checked, a text converted with the reason
-// where that fails.
+// What the subcommands that take an encoding share: its name checked, and the reason where a conversion fails.
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <string_view>
 
 #include <Lum/Transcoder.h>
 
@@ -15,14 +12,5 @@ std::string CheckEncoding(const std::string& name);
 
 /// What ended a conversion, in a word and an explanation; "" where nothing but the text's end did.
 std::string Explain(Lum::ConversionStatus status, const std::string& from, const std::string& to);
-
-/// A text, converted up to what cannot be.
-struct ConvertedText {
-    std::string text;
-    std::size_t read = 0;  ///< Bytes of the source, all of them or up to the element that is bad.
-    std::string problem;   ///< As Explain says it.
-};
-
-ConvertedText ConvertText(std::string_view text, const std::string& from, const std::string& to);
 
 }  // namespace Tool

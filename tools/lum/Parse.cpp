@@ -70,9 +70,10 @@ public:
     [[nodiscard]] std::string ExplainEscapes(const std::string& encoding) const {
         for (const Component& component : Components()) {
             if (component.stored.find('%') != std::string::npos) {
-                const ConvertedText text = ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
-                if (!text.problem.empty()) {
-                    return std::string(Title(component)) + " with escapes that are " + text.problem;
+                const auto text = Lum::ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
+                if (text.status != Lum::ConversionStatus::kDone) {
+                    return std::string(Title(component)) + " with escapes that are " +
+                           Explain(text.status, encoding, "utf-8");
                 }
             }
         }
@@ -104,10 +105,11 @@ struct Reading {
     /// says nothing of what it cannot convert, so that is found out before a URI takes the text.
     Reading(std::string_view input, const std::string& encoding) : text(input) {
         if (!encoding.empty()) {
-            ConvertedText converted = ConvertText(input, encoding, "utf-8");
-            if (!converted.problem.empty()) {
-                reason = "byte " + std::to_string(converted.read) + ": " + converted.problem;
-                offset = converted.read;
+            auto converted = Lum::ConvertText(input, encoding, "utf-8");
+            if (converted.status != Lum::ConversionStatus::kDone) {
+                reason =
+                    "byte " + std::to_string(converted.offset) + ": " + Explain(converted.status, encoding, "utf-8");
+                offset = converted.offset;
                 return;
             }
             text = std::move(converted.text);

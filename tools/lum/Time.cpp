@@ -120,7 +120,7 @@ Reading ReadTime(std::string_view text) {
         return {{}, "not a time: expected YYYY-MM-DD[Thh:mm[:ss[.f]][Z|+hh:mm|-hh:mm]]"};
     }
     const auto& [year, month, day, hour, minute, second, ticks, sign, zoneHour, zoneMinute] = *parts;
-    // std::chrono has no years from 32768 on; all beyond the last are told apart below.
+    // std::chrono has no years from 32768 on; the years beyond the last are handled below.
     const auto date = std::chrono::year(year > maxYear ? maxYear : year) / month / day;
     if (!date.ok()) {
         return {{}, "not a date that exists"};
