@@ -171,7 +171,7 @@ struct ThreesPlaces {
         for (int i = 0; i < 32; ++i) {
             const int last = end + 3 * i > 63 ? 2 : end + 3 * i;
             const auto place = [](int at) { return static_cast<unsigned char>(at < 0 ? 128 + at : at); };
-            const auto unit = static_cast<std::size_t>(2 * i);
+            const auto unit = 2 * static_cast<std::size_t>(i);
             tail[unit] = place(last - 1);
             tail[unit + 1] = place(last);
             head[unit] = head[unit + 1] = place(last - 2);
