@@ -37,7 +37,7 @@ public:
     /// The block that holds the position `from`, which lies in the text or is 0.
     [[nodiscard]] Part At(std::size_t from) const noexcept {
         if (m_Text.size() < kStep) {
-            return {Block::LoadShort(m_Text.data(), m_Text.size()), 0, ~std::uint32_t{0} << from};
+            return {Block::LoadShort(m_Text.data(), m_Text.size()), 0, ~std::uint32_t{0} << from % kStep};
         }
         const std::size_t start = std::min(from, m_Text.size() - kStep);
         return {Block::Load(m_Text.data() + start), start, ~std::uint32_t{0} << (from - start)};
