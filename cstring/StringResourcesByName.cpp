@@ -93,7 +93,7 @@ bool CString::UnloadString(char*** handle) const {
         return false;
     }
     const std::size_t most = 2 * static_cast<std::size_t>(GetLength());
-    const auto bytes = std::make_unique_for_overwrite<char[]>(most + 1);
+    const std::unique_ptr<char[]> bytes(new char[most + 1]);
     return Store(*handle, bytes.get(), uc16_wcstombs(bytes.get(), m_pchChars, most));
 }
 

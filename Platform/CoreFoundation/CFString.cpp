@@ -1,5 +1,8 @@
 // Strings as sequences of UTF-16 code units, and the numbers that they begin with. Conversions from and to
 // bytes are in CFStringBytes.cpp.
+#include <locale.h>
+#include <stdlib.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
@@ -52,27 +55,10 @@ Number FindNumber(CFStringRef string, std::string_view characters) {
     return number;
 }
 
-/// Whether a number that is out of a double's range is too large, not too small.
-bool IsHuge(std::string_view number) {
-    const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
-    const std::string_view digits = number.substr(0, mark);
-    std::string_view exponent = number.substr(std::min(mark + 1, number.size()));
-    exponent.remove_prefix(exponent.starts_with('+') ? 1 : 0);
-    long long power = 0;
-    if (std::from_chars(exponent.data(), exponent.data() + exponent.size(), power).ec ==
-        std::errc::result_out_of_range) {
-        // No text that fits in memory has the digits to outweigh it.
-        return !exponent.starts_with('-');
-    }
-    const std::size_t point = std::min(digits.find('.'), digits.size());
-    const std::size_t first = std::min(digits.find_first_of("123456789"), digits.size());
-    return power + static_cast<long long>(point) > static_cast<long long>(first);
-}
-
 }  // namespace
 
 CFStringRef CoreFoundation::CopyOf(std::span<const UniChar> units) {
-    auto copy = std::make_unique_for_overwrite<UniChar[]>(units.size());
+    std::unique_ptr<UniChar[]> copy(new UniChar[units.size()]);
     std::copy(units.begin(), units.end(), copy.get());
     return (new String(std::move(copy), units.size()))->Ref();
 }
@@ -116,13 +102,11 @@ std::int32_t CFStringGetIntValue(CFStringRef string) {
 
 double CFStringGetDoubleValue(CFStringRef string) {
     const auto [isNegative, text] = FindNumber(string, "0123456789.eE+-");
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error == std::errc::invalid_argument || text.starts_with('-')) {  // a second sign is part of no number
+    if (text.starts_with('-') || text.starts_with('+')) {  // a second sign is part of no number
         return 0;
     }
-    if (error == std::errc::result_out_of_range) {
-        value = IsHuge({text.data(), end}) ? std::numeric_limits<double>::infinity() : 0;
-    }
+    // Not std::from_chars, which some standard libraries lack for doubles. This locale is a part of the C library.
+    static const locale_t kCLocale = newlocale(LC_ALL_MASK, "C", nullptr);
+    const double value = strtod_l(text.c_str(), nullptr, kCLocale);
     return isNegative ? -value : value;
 }

@@ -42,7 +42,7 @@ public:
 
 private:
     void Grow(std::size_t capacity) {
-        auto block = std::make_unique_for_overwrite<UniChar[]>(capacity);
+        std::unique_ptr<UniChar[]> block(new UniChar[capacity]);
         std::copy_n(m_First, m_Size, block.get());
         m_Block = std::move(block);
         m_First = m_Block.get();

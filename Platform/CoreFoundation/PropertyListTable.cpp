@@ -24,8 +24,6 @@ struct FreeMemory {
 template <typename T>
 using OwnedMemory = std::unique_ptr<T, FreeMemory>;
 
-using ReadPlist = void (*)(const char* bytes, std::uint32_t size, plist_t* plist);
-
 /// False if a text is not valid.
 bool AddEntries(plist_t dictionary, StringTable& table) {
     plist_dict_iter rawIterator = nullptr;
@@ -53,7 +51,9 @@ bool AddEntries(plist_t dictionary, StringTable& table) {
     }
 }
 
-std::string ReadChecked(ReadPlist read, std::string_view bytes, StringTable& table) {
+/// `read` is a function of libplist. What it returns, from 2.3 on, says no more than the list itself.
+template <class Read>
+std::string ReadChecked(Read read, std::string_view bytes, StringTable& table) {
     if (bytes.size() > kMostTableBytes / 2) {
         return "larger than any property list of strings";
     }

@@ -128,10 +128,12 @@ bool URI::operator==(StringProxy text) const { return ToString(false) == text.m_
 bool URI::operator==(const URI& other) const { return ToString(false) == other.ToString(false); }
 
 std::strong_ordering URI::operator<=>(const char* text) const {
-    return ToString(false) <=> (text == nullptr ? "" : text);
+    return ToString(false).compare(text == nullptr ? "" : text) <=> 0;
 }
-std::strong_ordering URI::operator<=>(StringProxy text) const { return ToString(false) <=> text.m_Text; }
-std::strong_ordering URI::operator<=>(const URI& other) const { return ToString(false) <=> other.ToString(false); }
+std::strong_ordering URI::operator<=>(StringProxy text) const { return ToString(false).compare(text.m_Text) <=> 0; }
+std::strong_ordering URI::operator<=>(const URI& other) const {
+    return ToString(false).compare(other.ToString(false)) <=> 0;
+}
 
 std::ostream& operator<<(std::ostream& out, const URI& uri) { return out << uri.ToString(false); }
 

@@ -180,7 +180,7 @@ public:
     friend std::strong_ordering operator<=>(const CString& a, const unsigned short* b) { return a.Compare(b) <=> 0; }
     friend std::strong_ordering operator<=>(const CString& a, const char16_t* b) { return a.Compare(b) <=> 0; }
     friend std::strong_ordering operator<=>(const CString& a, std::u16string_view b) noexcept {
-        return std::u16string_view(a) <=> b;
+        return std::u16string_view(a).compare(b) <=> 0;
     }
 
     // The generic comparisons of the standard library would compare pointers if these had no names.
