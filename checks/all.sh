@@ -41,7 +41,7 @@ headers() {
 }
 clang32() {
     sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 8 clang++-14 -m32 -std=c++20 \
-        -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -Iinclude -I.
+        -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64 -Iinclude -I.
 }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }

@@ -75,6 +75,9 @@ set(LUM_SOURCES
     cstring/Utf8.cpp
 )
 
+# Files of more than 2 GB and dates after 2038 where the C library has narrow types for them as well.
+set(LUM_WIDE_FILES _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+
 include(GNUInstallDirs)
 find_package(ICU REQUIRED COMPONENTS uc data)
 find_library(LUM_LIBPLIST plist-2.0 REQUIRED)
@@ -102,7 +105,8 @@ function(lum_add_library target)
                    POSITION_INDEPENDENT_CODE ON
                    VERSION ${PROJECT_VERSION}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
-    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>)
+    target_compile_definitions(${target} PRIVATE LUM_NATIVE_PATHS=${LUM_NATIVE_PATHS} $<$<BOOL:${LUM_NO_POOLS}>:LUM_NO_POOLS>
+                                                 ${LUM_WIDE_FILES})
     # For std::string::resize_and_overwrite; the spelling that both compilers know.
     set_source_files_properties(${PROJECT_SOURCE_DIR}/Source/Transcoder/ResizeUncleared.cpp
                                 PROPERTIES COMPILE_OPTIONS -std=c++2b)

@@ -19,8 +19,7 @@ using namespace Lum::Internal;
 namespace Lum::Internal::Host {
 namespace {
 
-/// Whether the offset fits the type of the host, which may have 32 bits.
-bool IsOffset(std::uint64_t offset) { return static_cast<std::uint64_t>(static_cast<off_t>(offset)) == offset; }
+static_assert(sizeof(off_t) == 8, "files may have more than 2 GB (cmake/Library.cmake)");
 
 class OwnedDescriptor {
 public:
@@ -123,9 +122,6 @@ InputFile::~InputFile() {
 
 bool InputFile::Read(std::uint64_t offset, std::size_t size, char* bytes) const noexcept {
     while (size > 0) {
-        if (!IsOffset(offset)) {
-            return false;
-        }
         const ssize_t got = pread(m_Descriptor, bytes, size, static_cast<off_t>(offset));
         if (got == 0 || (got < 0 && errno != EINTR)) {
             return false;

@@ -9,6 +9,8 @@
 #include "Source/TimeStamp/CivilCalendar.h"
 #include "Source/TimeStamp/TimeText.h"
 
+static_assert(sizeof(std::time_t) == 8, "the clock goes on after 2038 (cmake/Library.cmake)");
+
 namespace Lum {
 
 using namespace Internal;
