@@ -30,6 +30,7 @@ set(LUM_SOURCES
     Platform/TextEncoding/TableConverter.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
     Platform/TextEncoding/Utf8Avx512.cpp
+    Platform/TextEncoding/Utf8Neon.cpp
     Platform/TextEncoding/Utf8Sse41.cpp
     Platform/Uc16/FloatingText.cpp
     Platform/Uc16/Format.cpp

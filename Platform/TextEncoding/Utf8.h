@@ -4,6 +4,7 @@
 
 #include "Platform/TextEncoding/Utf8Plain.h"
 #include "Source/Base/Cpu.h"
+#include "Source/Base/Target.h"
 
 namespace Lum::Internal::TextConversion {
 
@@ -16,6 +17,12 @@ namespace Sse41 {
 Step Utf8ToUtf16(Input input, Output output) noexcept;
 Step Utf16ToUtf8(Input input, Output output) noexcept;
 }  // namespace Sse41
+#endif
+#ifdef LUM_HAS_NEON
+namespace Neon {
+Step Utf8ToUtf16(Input input, Output output) noexcept;
+Step Utf16ToUtf8(Input input, Output output) noexcept;
+}  // namespace Neon
 #endif
 
 struct Utf8Functions {
@@ -30,6 +37,11 @@ inline Utf8Functions FastestUtf8() noexcept {
     }
     if (UsedCpu() >= CpuTier::kSse41) {
         return {Sse41::Utf8ToUtf16, Sse41::Utf16ToUtf8};
+    }
+#endif
+#ifdef LUM_HAS_NEON
+    if (UsedCpu() >= CpuTier::kNeon) {
+        return {Neon::Utf8ToUtf16, Neon::Utf16ToUtf8};
     }
 #endif
     return {Plain::Utf8ToUtf16, Plain::Utf16ToUtf8};

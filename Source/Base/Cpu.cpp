@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "Source/Base/Target.h"
+
 namespace Lum::Internal {
 
 constinit std::atomic<unsigned char> g_CpuAnswer{0};
@@ -40,6 +42,10 @@ CpuTier BestTier() noexcept {
     return CpuTier::kAvx512;
 }
 
+#elif defined(LUM_HAS_NEON)
+
+CpuTier BestTier() noexcept { return CpuTier::kNeon; }
+
 #else
 
 CpuTier BestTier() noexcept { return CpuTier::kPlain; }
@@ -53,14 +59,14 @@ CpuTier WantedTier() noexcept { return CpuTier::kAvx512; }
 #else
 
 CpuTier WantedTier() noexcept {
-    constexpr std::string_view names[] = {"plain", "sse2", "ssse3", "sse4.1", "avx2", "avx512"};
+    constexpr std::string_view names[] = {"plain", "neon", "sse2", "ssse3", "sse4.1", "avx2", "avx512"};
     const char* const wanted = std::getenv("LUM_CPU");
     if (wanted == nullptr) {
         return CpuTier::kAvx512;
     }
     const auto* const name = std::find(std::begin(names), std::end(names), wanted);
     if (name == std::end(names)) {
-        std::fprintf(stderr, "LUM_CPU=%s: not plain, sse2, ssse3, sse4.1, avx2 or avx512\n", wanted);
+        std::fprintf(stderr, "LUM_CPU=%s: not plain, neon, sse2, ssse3, sse4.1, avx2 or avx512\n", wanted);
         std::abort();
     }
     return static_cast<CpuTier>(name - std::begin(names));

@@ -8,10 +8,11 @@
 
 namespace Lum::Internal {
 
-/// Sets of instructions, each with all of those before it. An architecture other than x86 has kPlain only;
-/// a tier for NEON would stand beside these, with variants of its own.
+/// Sets of instructions. 64-bit ARM has kPlain and kNeon; x86 has kPlain and those behind kNeon, each with all
+/// that are before it; others have kPlain only.
 enum class CpuTier : unsigned char {
     kPlain,
+    kNeon,
     kSse2,
     kSsse3,  ///< And POPCNT.
     kSse41,
@@ -23,7 +24,7 @@ enum class CpuTier : unsigned char {
 extern constinit std::atomic<unsigned char> g_CpuAnswer;
 
 /// Asks the processor and keeps the answer. A debug build that finds LUM_CPU in the environment (plain,
-/// sse2, ssse3, sse4.1, avx2 or avx512) uses no more than that tier; another value ends the program.
+/// neon, sse2, ssse3, sse4.1, avx2 or avx512) uses no more than that tier; another value ends the program.
 CpuTier AskCpu() noexcept;
 
 /// The tier to use. From any thread at any time; after the first call it costs one load.

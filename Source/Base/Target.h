@@ -5,6 +5,11 @@
 // standard library are included ahead of it: what they define would otherwise be compiled for it as well.
 #pragma once
 
+/// The vectors of 64-bit ARM processors. Their kernels read bytes in the order of little-endian units.
+#if defined(__aarch64__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+#define LUM_HAS_NEON
+#endif
+
 #define LUM_PRAGMA(text) _Pragma(#text)
 
 #ifdef __clang__
