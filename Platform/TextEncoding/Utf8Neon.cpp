@@ -12,6 +12,7 @@
 #include <cstring>
 
 #include "Platform/TextEncoding/Utf8Plain.h"
+#include "Source/Base/Block16Neon.h"
 
 namespace Lum::Internal::TextConversion::Neon {
 namespace {
@@ -66,11 +67,7 @@ Vector ShiftDown(Vector units) noexcept {
 Vector Choose(Vector lanes, Vector others, Vector isOther) noexcept {
     return vbslq_u8(vreinterpretq_u8_s8(vshrq_n_s8(vreinterpretq_s8_u8(isOther), 7)), others, lanes);
 }
-std::uint32_t Bits(Vector lanes) noexcept {
-    alignas(16) static constexpr std::int8_t kPlaces[16] = {0, 1, 2, 3, 4, 5, 6, 7, 0, 1, 2, 3, 4, 5, 6, 7};
-    const Vector bits = vshlq_u8(vshrq_n_u8(lanes, 7), vld1q_s8(kPlaces));
-    return vaddv_u8(vget_low_u8(bits)) | static_cast<std::uint32_t>(vaddv_u8(vget_high_u8(bits))) << 8;
-}
+using Internal::Neon::Bits;
 template <unsigned kBits>
 bool HasNone(Vector units) noexcept {
     return vmaxvq_u16(Units(And(units, Units16(kBits)))) == 0;

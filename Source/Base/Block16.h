@@ -6,10 +6,17 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Source/Base/Target.h"
+
 #ifdef __SSE2__
 #include "Source/Base/Block16Sse2.h"
 namespace Lum::Internal {
 using Block16 = Sse2::Block16;
+}
+#elif defined(LUM_HAS_NEON)
+#include "Source/Base/Block16Neon.h"
+namespace Lum::Internal {
+using Block16 = Neon::Block16;
 }
 #else
 #include "Source/Base/Block16Plain.h"

@@ -32,6 +32,32 @@ struct ByteRanges {
     alignas(16) std::array<Lanes, N> width{};  ///< The range's last value less its first.
 };
 
+/// Up to 16 bytes as two numbers, the first byte lowest, with zeros behind them; for machines that are
+/// little-endian. Put together in registers from loads that overlap: a block put together in memory would have to
+/// wait for all the small stores.
+struct WordPair {
+    std::uint64_t low = 0;
+    std::uint64_t high = 0;
+};
+inline WordPair ShortWords(const char* from, std::size_t size) noexcept {
+    const auto word = [from](auto value, std::size_t at) {
+        std::memcpy(&value, from + at, sizeof value);
+        return std::uint64_t{value};
+    };
+    if (size >= 8) {
+        const std::uint64_t high = word(std::uint64_t{}, size - 8);
+        return {word(std::uint64_t{}, 0), size >= 16 ? high : high >> (8 * (15 - size)) >> 8};
+    }
+    if (size >= 4) {
+        return {word(std::uint32_t{}, 0) | word(std::uint32_t{}, size - 4) << (8 * (size - 4)), 0};
+    }
+    if (size > 0) {
+        const auto byte = [&](std::size_t i) { return word(static_cast<unsigned char>(0), i) << (8 * i); };
+        return {byte(0) | byte(size / 2) | byte(size - 1), 0};
+    }
+    return {};
+}
+
 namespace Plain {
 
 class Block16 {

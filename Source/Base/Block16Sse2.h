@@ -18,24 +18,7 @@ public:
         return Block16(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from)));
     }
     static Block16 LoadShort(const char* from, std::size_t size) noexcept {
-        // Put together in registers from loads that overlap. A block put together in memory would have
-        // to wait for all the small stores.
-        std::uint64_t low = 0;
-        std::uint64_t high = 0;
-        if (size >= 16) {
-            return Load(from);
-        }
-        if (size >= 8) {
-            low = Word<std::uint64_t>(from);
-            high = Word<std::uint64_t>(from + size - 8) >> (8 * (15 - size)) >> 8;
-        } else if (size >= 4) {
-            low = Word<std::uint32_t>(from) | std::uint64_t{Word<std::uint32_t>(from + size - 4)} << (8 * (size - 4));
-        } else if (size > 0) {
-            const auto byte = [&](std::size_t i) {
-                return std::uint64_t{static_cast<unsigned char>(from[i])} << (8 * i);
-            };
-            low = byte(0) | byte(size / 2) | byte(size - 1);
-        }
+        const auto [low, high] = ShortWords(from, size);
         return Block16(_mm_set_epi64x(static_cast<long long>(high), static_cast<long long>(low)));
     }
     void Store(char* to) const noexcept { _mm_storeu_si128(reinterpret_cast<__m128i*>(to), m_Bytes); }
@@ -78,12 +61,6 @@ private:
     template <class Lanes>
     static __m128i Row(const Lanes& lanes) noexcept {
         return _mm_load_si128(reinterpret_cast<const __m128i*>(lanes.data()));
-    }
-    template <class Value>
-    static Value Word(const char* from) noexcept {
-        Value value;
-        std::memcpy(&value, from, sizeof value);
-        return value;
     }
 
     __m128i m_Bytes;
