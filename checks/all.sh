@@ -43,6 +43,18 @@ clang32() {
     sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 8 clang++-14 -m32 -std=c++20 \
         -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64 -Iinclude -I.
 }
+# As the standard library of other systems has it.
+libcxx() {
+    sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 8 \
+        clang++-14 -stdlib=libc++ -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
+        -DLUM_NATIVE_PATHS=Mac -Iinclude -I.
+}
+# The tests of everything that has a fast way, on processors that lack more and more of what these need.
+processors() {
+    cmake --preset dev && cmake --build --preset dev --target lum-tests || return 1
+    printf '%s\n' qemu64 core2duo Nehalem | xargs -P "$(nproc)" -I{} qemu-x86_64 -cpu {} build/dev/tests/lum-tests \
+        --gtest_filter='Units*:Blocks*:Escaping.Blocks*:UnicodeConverters.TheFast*:Parser*-Parser.EveryShort*'
+}
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
 
@@ -62,4 +74,7 @@ check "the API's pages build" docs
 check "libraries for 32 bits are unpacked" checks/libraries32.sh
 check "32 bits, g++: all tests" build_and_test m32
 check "32 bits, clang++: no warning" clang32
+check "libc++: no warning" libcxx
+check "older processors, emulated: tests of the fast ways" processors
+check "s390x, big-endian, emulated: the library's tests" checks/worlds.sh --library s390x
 exit $failed

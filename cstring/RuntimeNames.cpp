@@ -40,6 +40,8 @@ void inflateAsciiToLPTSTR(const char* bytes, unsigned short* units, int count) {
     }
 }
 
+#ifndef _WIN32
+
 char* itoa(int value, char* buffer, int size) {
     if (buffer != nullptr && size > 0) {
         std::snprintf(buffer, static_cast<std::size_t>(size), "%d", value);
@@ -69,3 +71,5 @@ int Lum::Internal::FormatInto(char* buffer, std::size_t size, const char* format
 
 template LUM_API int sprintf_s<8>(char (&buffer)[8], const char* format, ...);
 template LUM_API int sprintf_s<256>(char (&buffer)[256], const char* format, ...);
+
+#endif

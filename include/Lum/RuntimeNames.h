@@ -31,6 +31,8 @@ inline void inflateAsciiToLPTSTR(const char* bytes, char16_t* units, int count) 
     inflateAsciiToLPTSTR(bytes, Lum::AsUnits(units), count);
 }
 
+#ifndef _WIN32  // There, the C library's own have the names that follow.
+
 /// Writes the decimal text, cut to a buffer of `size` bytes, and returns `buffer`. The last argument is
 /// a size and no radix: itoa(12345, buffer, 3) is "12". Nothing is written if it is not positive.
 /// Compatibility: applications pass the size of their buffer.
@@ -59,3 +61,4 @@ __attribute__((format(printf, 2, 3))) int sprintf_s(char (&buffer)[Size], const 
 }
 extern template LUM_API int sprintf_s<8>(char (&buffer)[8], const char* format, ...);
 extern template LUM_API int sprintf_s<256>(char (&buffer)[256], const char* format, ...);
+#endif
