@@ -24,6 +24,7 @@ set(LUM_SOURCES
     Platform/Resources/StringLists.cpp
     Platform/Script/Script.cpp
     Platform/TextEncoding/EncodingNames.cpp
+    Platform/TextEncoding/EncodingTables.cpp
     Platform/TextEncoding/HostEncodings.cpp
     Platform/TextEncoding/IcuConverter.cpp
     Platform/TextEncoding/OwnConverters.cpp
