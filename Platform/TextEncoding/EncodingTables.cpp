@@ -38,6 +38,27 @@ std::u16string ConvertibleUnits(const UConverter* converter) {
     return U_SUCCESS(Checked(error)) != 0 ? units : std::u16string();
 }
 
+/// All units that ICU makes of one byte or two, and some of them twice.
+std::u16string UnitsOfShortCodes(UConverter* converter, UErrorCode& error) {
+    std::array<UBool, 256> isFirst{};
+    ucnv_getStarters(converter, isFirst.data(), &error);
+    std::string codes;
+    for (std::size_t first = 0; first < isFirst.size(); ++first) {
+        // A line feed ends what may be no code.
+        codes.append({static_cast<char>(first), '\n'});
+        for (int second = 0; isFirst[first] != 0 && second < 256; ++second) {
+            codes.append({static_cast<char>(first), static_cast<char>(second), '\n'});
+        }
+    }
+    std::u16string units(codes.size(), u'\0');
+    const char* from = codes.data();
+    char16_t* to = units.data();
+    ucnv_toUnicode(converter, &to, to + units.size(), &from, from + codes.size(), nullptr, 1, &error);
+    units.resize(static_cast<std::size_t>(to - units.data()));
+    std::erase(units, u'\n');
+    return units + u'\n';
+}
+
 constexpr std::size_t kStretch = 512;
 constexpr std::size_t kLongestCode = 8;
 
@@ -99,11 +120,17 @@ void AddUnits(Tables& tables, UConverter* converter, std::u16string_view units, 
     }
 }
 
+/// From this many units on, most have long codes, and it is faster to ask for the units of the short ones.
+constexpr std::size_t kMostShortCodes = 0xC000;
+
 void Fill(Tables& tables, UConverter* converter) {
     UErrorCode error = U_ZERO_ERROR;
     ucnv_setFromUCallBack(converter, UCNV_FROM_U_CALLBACK_SKIP, nullptr, nullptr, nullptr, &error);
     ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_SKIP, nullptr, nullptr, nullptr, &error);
-    const std::u16string all = ConvertibleUnits(converter);
+    std::u16string all = ConvertibleUnits(converter);
+    if (all.size() > kMostShortCodes) {
+        all = UnitsOfShortCodes(converter, error);
+    }
     for (std::u16string_view units = all; !units.empty(); units.remove_prefix(std::min(units.size(), kStretch))) {
         AddUnits(tables, converter, units.substr(0, kStretch), error);
     }
