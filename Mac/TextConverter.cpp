@@ -1,6 +1,8 @@
 // Calls the text encoding converter and translates its statuses.
 #include "Mac/TextConverter.h"
 
+#include "Platform/TextEncoding/Utf8.h"
+
 namespace Lum::Internal::Mac {
 namespace {
 
@@ -24,6 +26,9 @@ ConversionResult ResultOf(const TextConversion::Step& step) noexcept {
     return {StatusOf(step.status), step.read, step.written};
 }
 
+TextConversion::Input BytesOf(std::string_view bytes) noexcept {
+    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
+}
 TextConversion::Output BytesOf(std::span<char> bytes) noexcept {
     return {reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()};
 }
@@ -31,10 +36,17 @@ TextConversion::Output BytesOf(std::span<char> bytes) noexcept {
 }  // namespace
 
 ConversionResult TextConverter::Convert(std::string_view input, std::span<char> output) {
-    const TextConversion::Input bytes(reinterpret_cast<const unsigned char*>(input.data()), input.size());
-    return ResultOf(m_Converter.Convert(bytes, BytesOf(output)));
+    return ResultOf(m_Converter.Convert(BytesOf(input), BytesOf(output)));
 }
 
 ConversionResult TextConverter::Flush(std::span<char> output) { return ResultOf(m_Converter.Flush(BytesOf(output))); }
+
+ConversionResult UTF8ToUTF16(std::string_view input, std::span<char> output) noexcept {
+    return ResultOf(TextConversion::FastestUtf8().toUtf16(BytesOf(input), BytesOf(output)));
+}
+
+ConversionResult UTF16ToUTF8(std::string_view input, std::span<char> output) noexcept {
+    return ResultOf(TextConversion::FastestUtf8().fromUtf16(BytesOf(input), BytesOf(output)));
+}
 
 }  // namespace Lum::Internal::Mac

@@ -1,5 +1,5 @@
-// One converter of the host's text encoding converter service, from one encoding to another. Only this file
-// reads the statuses of that service.
+// One converter of the host's text encoding converter service, from one encoding to another, and what converts
+// without one. Only this module reads the statuses of that service.
 #pragma once
 
 #include <span>
@@ -34,5 +34,10 @@ public:
 private:
     TextConversion::OwnedConverter m_Converter;
 };
+
+/// Between UTF-8 and UTF-16 no converter is needed, since neither has a state. The results are those of a
+/// converter's Convert, after which there is nothing to flush. From any thread at any time.
+ConversionResult UTF8ToUTF16(std::string_view input, std::span<char> output) noexcept;
+ConversionResult UTF16ToUTF8(std::string_view input, std::span<char> output) noexcept;
 
 }  // namespace Lum::Internal::Mac

@@ -102,7 +102,8 @@ void AddUnits(Tables& tables, UConverter* converter, std::u16string_view units, 
         while (k != backSize && codeOf[k] < begins[i]) {
             ++k;
         }
-        const bool isOne = k != backSize && codeOf[k] == begins[i] && (k + 1 == backSize || codeOf[k + 1] >= begins[i + 1]);
+        const bool isOne =
+            k != backSize && codeOf[k] == begins[i] && (k + 1 == backSize || codeOf[k + 1] >= begins[i + 1]);
         if (!isOne || back[k] != expected[i]) {
             continue;
         }

@@ -54,7 +54,7 @@ private:
     std::array<Page*, 256> m_Pages;
 };
 
-/// Some 10 KB where each character is one byte, and up to 150 KB where some are two.
+/// Some 10 KB where each character is one byte, and up to 200 KB where some are two.
 struct Tables {
     PagedTable units;  ///< By code: a byte, or the first of two above the second.
     PagedTable codes;  ///< By unit: a byte, or the first of two below the second.

@@ -61,13 +61,13 @@ std::basic_string<Unit> ConvertInBlocks(Mac::TextConverter& converter, std::stri
     return result;
 }
 
-/// Gives what ConvertInBlocks gives. One block goes by way of the stack, so that a short text costs one
-/// allocation of its size; it also shows how long the rest will be, which is converted into the result itself.
-template <class Unit, std::size_t kBlockBytes>
-std::basic_string<Unit> ConvertWhole(Mac::TextConverter& converter, const std::string_view input) {
+/// Converts `input` with `convert`, and sets `isWhole` to whether all of it could be converted. One block goes by way
+/// of the stack, so that a short text costs one allocation of its size; it also shows how long the rest will be,
+/// which is converted into the result itself.
+template <class Unit, std::size_t kBlockBytes, class Convert>
+std::basic_string<Unit> ConvertWhole(const Convert& convert, std::string_view input, bool& isWhole) {
     std::array<Unit, kBlockBytes / sizeof(Unit)> block;
-    const std::span<char> output(reinterpret_cast<char*>(block.data()), kBlockBytes);
-    ConversionResult step = converter.Convert(input, output);
+    ConversionResult step = convert(input, {reinterpret_cast<char*>(block.data()), kBlockBytes});
     std::size_t read = step.read;
     std::basic_string<Unit> result(block.data(), step.written / sizeof(Unit));
     while (step.status == ConversionStatus::kOutputFull && step.written != 0) {
@@ -80,16 +80,30 @@ std::basic_string<Unit> ConvertWhole(Mac::TextConverter& converter, const std::s
         }
         ResizeUncleared(result, static_cast<std::size_t>(size));
         Unit* const end = result.data() + before;
-        step = converter.Convert(input.substr(read),
-                                 {reinterpret_cast<char*>(end), (result.size() - before) * sizeof(Unit)});
+        step = convert(input.substr(read), {reinterpret_cast<char*>(end), (result.size() - before) * sizeof(Unit)});
         read += step.read;
         result.resize(before + step.written / sizeof(Unit));
     }
-    if (step.status != ConversionStatus::kDone || read != input.size()) {
+    isWhole = step.status == ConversionStatus::kDone && read == input.size();
+    return result;
+}
+
+/// Gives what ConvertInBlocks gives.
+template <class Unit, std::size_t kBlockBytes>
+std::basic_string<Unit> ConvertWhole(const CachedConverter& cached, std::string_view input) {
+    if (!cached) {
+        return {};
+    }
+    Mac::TextConverter& converter = cached.Converter();
+    bool isWhole = false;
+    auto result = ConvertWhole<Unit, kBlockBytes>(
+        [&](std::string_view rest, std::span<char> output) { return converter.Convert(rest, output); }, input, isWhole);
+    if (!isWhole) {
         converter.Clear();
         return ConvertInBlocks<Unit, kBlockBytes>(converter, input);
     }
-    Append(result, block.data(), converter.Flush(output).written);
+    std::array<Unit, kBlockBytes / sizeof(Unit)> block;
+    Append(result, block.data(), converter.Flush({reinterpret_cast<char*>(block.data()), kBlockBytes}).written);
     return result;
 }
 
@@ -141,13 +155,25 @@ std::vector<EncodingInfo> KnownEncodings() {
 }
 
 std::u16string CharSetToWide(const std::string& bytes, TextEncoding from) {
-    const auto cached = CachedConverter::ToUTF16(from);
-    return cached ? ConvertWhole<char16_t, kBlockToUTF16>(cached.Converter(), bytes) : std::u16string();
+    if (from == Mac::UTF8Encoding()) {
+        bool isWhole = false;
+        std::u16string text = ConvertWhole<char16_t, kBlockToUTF16>(Mac::UTF8ToUTF16, bytes, isWhole);
+        if (isWhole) {
+            return text;
+        }
+    }
+    return ConvertWhole<char16_t, kBlockToUTF16>(CachedConverter::ToUTF16(from), bytes);
 }
 
 std::string WideToCharSet(const std::u16string& text, TextEncoding to) {
-    const auto cached = CachedConverter::FromUTF16(to);
-    return cached ? ConvertWhole<char, kBlockFromUTF16>(cached.Converter(), BytesOf(text)) : std::string();
+    if (to == Mac::UTF8Encoding()) {
+        bool isWhole = false;
+        std::string bytes = ConvertWhole<char, kBlockFromUTF16>(Mac::UTF16ToUTF8, BytesOf(text), isWhole);
+        if (isWhole) {
+            return bytes;
+        }
+    }
+    return ConvertWhole<char, kBlockFromUTF16>(CachedConverter::FromUTF16(to), BytesOf(text));
 }
 
 bool Transcoder::IsValidEncoding(const std::string& name) {

@@ -10,6 +10,7 @@
 #include <Lum/Transcoder.h>
 
 #include "Mac/TextConverter.h"
+#include "Mac/TextEncodings.h"
 #include "Source/Transcoder/ConverterCache.h"
 #include "Source/Transcoder/ResizeUncleared.h"
 
@@ -90,15 +91,23 @@ ConvertedText<std::basic_string<Unit>> ConvertAll(std::string_view bytes, const 
         [&](std::span<char> output) { return cached.Converter().Flush(output); });
 }
 
+ConversionResult NothingToFinish(std::span<char> /*output*/) noexcept { return {}; }
+
 }  // namespace
 
 ConvertedText<std::u16string> ConvertTextToUTF16(std::string_view bytes, const std::string& from) {
-    return ConvertAll<char16_t>(bytes, CachedConverter::ToUTF16(EncodingToCharSetID(from)));
+    const TextEncoding encoding = EncodingToCharSetID(from);
+    if (encoding == Mac::UTF8Encoding()) {
+        return ConvertAll<char16_t>(bytes, Mac::UTF8ToUTF16, NothingToFinish);
+    }
+    return ConvertAll<char16_t>(bytes, CachedConverter::ToUTF16(encoding));
 }
 
 ConvertedText<std::string> ConvertTextFromUTF16(std::u16string_view text, const std::string& to) {
-    auto result = ConvertAll<char>({reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t)},
-                                   CachedConverter::FromUTF16(EncodingToCharSetID(to)));
+    const std::string_view units(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
+    const TextEncoding encoding = EncodingToCharSetID(to);
+    auto result = encoding == Mac::UTF8Encoding() ? ConvertAll<char>(units, Mac::UTF16ToUTF8, NothingToFinish)
+                                                  : ConvertAll<char>(units, CachedConverter::FromUTF16(encoding));
     result.offset /= sizeof(char16_t);
     return result;
 }
