@@ -110,11 +110,11 @@ void AddUnits(Tables& tables, UConverter* converter, std::u16string_view units, 
         const auto at = static_cast<std::size_t>(begins[i]);
         const std::uint32_t first = static_cast<unsigned char>(row[at]);
         if (begins[i + 1] - begins[i] == 1) {
-            tables.units.Set(first, expected[i]);
+            tables.singles[first] = expected[i];
             tables.codes.Set(expected[i], first);
         } else {
             const std::uint32_t second = static_cast<unsigned char>(row[at + 1]);
-            tables.units.Set(first << 8 | second, expected[i]);
+            tables.pairs.Set(first << 8 | second, expected[i]);
             tables.codes.Set(expected[i], second << 8 | first);
             tables.isFirstOfTwo[first] = tables.hasTwo = true;
         }
@@ -135,7 +135,7 @@ void Fill(Tables& tables, UConverter* converter) {
     for (std::u16string_view units = all; !units.empty(); units.remove_prefix(std::min(units.size(), kStretch))) {
         AddUnits(tables, converter, units.substr(0, kStretch), error);
     }
-    for (std::uint32_t c = 0; c < 0x80 && tables.units[c] == c && tables.codes[c] == c && !tables.isFirstOfTwo[c];) {
+    for (std::uint32_t c = 0; c < 0x80 && tables.singles[c] == c && tables.codes[c] == c && !tables.isFirstOfTwo[c];) {
         tables.asciiEnd = ++c;
     }
     tables.isUsable = !all.empty() && U_SUCCESS(Checked(error)) != 0;

@@ -37,8 +37,6 @@ public:
     [[nodiscard]] std::uint32_t operator[](std::uint32_t index) const noexcept {
         return (*this)(index >> 8, index & 0xFF);
     }
-    /// The entries of 0 to 255.
-    [[nodiscard]] const std::uint16_t* Page0() const noexcept { return m_Pages[0]->data(); }
     void Set(std::uint32_t index, std::uint32_t value) {
         Page*& page = m_Pages[index >> 8];
         if (page == &m_Empty) {
@@ -56,8 +54,11 @@ private:
 
 /// Some 10 KB where each character is one byte, and up to 200 KB where some are two.
 struct Tables {
-    PagedTable units;  ///< By code: a byte, or the first of two above the second.
-    PagedTable codes;  ///< By unit: a byte, or the first of two below the second.
+    Tables() { singles.fill(kNone); }
+
+    std::array<std::uint16_t, 256> singles;  ///< The units of codes of one byte.
+    PagedTable pairs;                        ///< The units of codes of two bytes, the first above the second.
+    PagedTable codes;                        ///< By unit: a byte, or the first of two below the second.
     std::array<bool, 256> isFirstOfTwo{};
     bool hasTwo = false;  ///< Whether any byte is the first of two.
     /// All bytes below this one are the ASCII characters that they look like. The loops skip blocks of them.

@@ -6,11 +6,16 @@
 #include "Platform/TextEncoding/TableConverter.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <new>
 
 #include "Platform/TextEncoding/Cursor.h"
 #include "Platform/TextEncoding/EncodingTables.h"
+#include "Source/Base/Cpu.h"
+#ifdef __SSE2__
+#include "Platform/TextEncoding/SingleBytesAvx2.h"
+#endif
 
 namespace Lum::Internal::TextConversion {
 
@@ -43,7 +48,13 @@ struct ToUtf16 {
     }
     /// For encodings of one byte a character: no branch depends on what a byte is.
     static void SkimSingleBytes(const Tables& tables, Cursor& cursor) noexcept {
-        const std::uint16_t* const units = tables.units.Page0();
+        const std::uint16_t* const units = tables.singles.data();
+#ifdef __SSE2__
+        constexpr std::size_t kLongEnough = 256;  // to be worth the preparation
+        if (cursor.Left() >= kLongEnough && tables.asciiEnd == 0x80 && UsedCpu() >= CpuTier::kAvx2) {
+            Avx2::SkimSingleBytes(units, cursor);
+        }
+#endif
         while (cursor.Left() >= kBlock && cursor.Space() >= 2 * kBlock) {
             std::uint32_t isNone = 0;
 #pragma GCC unroll 16
@@ -58,50 +69,87 @@ struct ToUtf16 {
             cursor.Advance(kBlock, 2 * kBlock);
         }
     }
-    static OSStatus Run(const Tables& tables, Cursor& cursor) noexcept {
-        if (!tables.hasTwo) {
-            SkimSingleBytes(tables, cursor);
+    /// Converts blocks of characters of two bytes each. A byte that is not the first of two is in no pair.
+    static void SkimPairs(const Tables& tables, Cursor& cursor) noexcept {
+        while (cursor.Left() >= 2 * kBlock && cursor.Space() >= 2 * kBlock) {
+            const unsigned char* const from = cursor.from;
+            unsigned char* const to = cursor.to;
+            std::uint32_t isNone = 0;
+#pragma GCC unroll 16
+            for (std::size_t i = 0; i < 2 * kBlock; i += 2) {
+                const std::uint32_t unit = tables.pairs(from[i], from[i + 1]);
+                isNone |= unit + 1;  // Only kNone reaches the seventeenth bit.
+                StoreUnit(to + i, unit);
+            }
+            if (isNone > kNone) {
+                return;
+            }
+            cursor.Advance(2 * kBlock, 2 * kBlock);
         }
+    }
+    /// Converts blocks up to the first character that is not in the table.
+    static void SkimBlocks(const Tables& tables, Cursor& cursor) noexcept {
         for (;;) {
             if (cursor.Left() >= kBlock && *cursor.from < tables.asciiEnd) {
                 SkimAscii(tables.asciiEnd, cursor);
             }
-            // So many characters fit, whatever they are. The last byte by itself is looked at below.
-            std::size_t count = std::min({cursor.Left() / 2, cursor.Space() / 2, kBlock});
-            if (count == 0) {
-                break;
+            if (cursor.Left() < 2 * kBlock || cursor.Space() < 2 * kBlock) {
+                return;
             }
             Cursor at = cursor;
-            for (; count != 0; --count) {
-                const std::uint32_t byte = at.from[0];
+#pragma GCC unroll 4
+            for (std::size_t i = 0; i < kBlock; ++i) {
+                const std::uint32_t byte = *at.from;
                 const bool isTwo = tables.isFirstOfTwo[byte];
-                const std::uint32_t unit = isTwo ? tables.units(byte, at.from[1]) : tables.units(0, byte);
+                const std::uint32_t unit = isTwo ? tables.pairs(byte, at.from[1]) : tables.singles[byte];
                 if (unit == kNone) {
                     cursor = at;
-                    return kNotInTable;
+                    return;
                 }
                 StoreUnit(at.to, unit);
                 at.Advance(isTwo ? 2 : 1, 2);
             }
+            const bool arePairs = at.from - cursor.from == 2 * kBlock;
             cursor = at;
+            if (arePairs) {
+                SkimPairs(tables, cursor);
+            }
         }
-        if (cursor.Left() == 0) {
-            return noErr;
+    }
+    static OSStatus Run(const Tables& tables, Cursor& cursor) noexcept {
+        if (tables.hasTwo) {
+            SkimBlocks(tables, cursor);
+        } else {
+            SkimSingleBytes(tables, cursor);
         }
-        const std::uint32_t byte = *cursor.from;
-        if (tables.isFirstOfTwo[byte] || tables.units(0, byte) == kNone || cursor.Left() > 1) {
-            return kNotInTable;
+        while (cursor.Left() != 0) {
+            const std::uint32_t byte = *cursor.from;
+            const std::size_t size = tables.isFirstOfTwo[byte] ? 2 : 1;
+            if (cursor.Left() < size) {
+                return kNotInTable;
+            }
+            const std::uint32_t unit = size == 2 ? tables.pairs(byte, cursor.from[1]) : tables.singles[byte];
+            if (unit == kNone) {
+                return kNotInTable;
+            }
+            if (cursor.Space() < 2) {
+                return kTECOutputBufferFullStatus;
+            }
+            StoreUnit(cursor.to, unit);
+            cursor.Advance(size, 2);
         }
-        if (cursor.Space() < 2) {
-            return kTECOutputBufferFullStatus;
-        }
-        StoreUnit(cursor.to, tables.units(0, byte));
-        cursor.Advance(1, 2);
         return noErr;
     }
 };
 
 struct FromUtf16 {
+    /// Stores the low byte and then the high one.
+    static void StoreBytes(unsigned char* to, std::uint32_t code) noexcept {
+        if constexpr (std::endian::native == std::endian::big) {
+            code = (code & 0xFF) << 8 | code >> 8;
+        }
+        StoreUnit(to, code);
+    }
     static void SkimAscii(std::uint32_t end, Cursor& cursor) noexcept {
         while (cursor.Left() >= 2 * kBlock && cursor.Space() >= kBlock) {
             std::uint16_t units[kBlock];
@@ -135,12 +183,12 @@ struct FromUtf16 {
             for (std::size_t i = 0; i < kBlock; ++i) {
                 const std::uint32_t code = tables.codes[LoadUnit(cursor.from + 2 * i)];
                 isNone |= code + 1;  // Only kNone reaches the seventeenth bit.
-                to[0] = static_cast<unsigned char>(code);
                 if constexpr (kHasTwo) {
-                    to[1] = static_cast<unsigned char>(code >> 8);
-                    to += code > 0xFF;
+                    StoreBytes(to, code);
+                    to += code > 0xFF ? 2 : 1;
+                } else {
+                    *to++ = static_cast<unsigned char>(code);
                 }
-                ++to;
             }
             if (isNone > kNone) {
                 return;
@@ -159,9 +207,10 @@ struct FromUtf16 {
             if (cursor.Space() < size) {
                 return kTECOutputBufferFullStatus;
             }
-            cursor.to[0] = static_cast<unsigned char>(code);
             if (size == 2) {
-                cursor.to[1] = static_cast<unsigned char>(code >> 8);
+                StoreBytes(cursor.to, code);
+            } else {
+                *cursor.to = static_cast<unsigned char>(code);
             }
             cursor.Advance(2, size);
         }
