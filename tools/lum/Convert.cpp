@@ -78,24 +78,24 @@ Failure Convert(Source& source, Lum::StreamConverter& converter) {
     using Lum::ConversionStatus;
     Progress progress("MB", 1000000, 10, source.IsTerminal());
     std::array<char, 65536> input;
-    std::array<char, 65536> output;
-    std::size_t held = 0;
+    std::array<char, 131072> output;         // In most encodings, no text is more than twice as long as in another.
+    std::string_view held(input.data(), 0);  // what has not been converted yet
     std::uint64_t offset = 0;
     const auto take = [&](const Lum::ConversionResult& result) {
         WriteText({output.data(), result.written});
-        // What was not read comes first in the next block.
-        std::memmove(input.data(), input.data() + result.read, held - result.read);
-        held -= result.read;
+        held.remove_prefix(result.read);
         offset += result.read;
         progress.Advance(result.read);
         return result.status;
     };
     for (;;) {
-        const std::size_t got = source.Read(input.data() + held, input.size() - held);
-        held += got;
+        // What was not converted comes first in the next block.
+        std::memmove(input.data(), held.data(), held.size());
+        const std::size_t got = source.Read(input.data() + held.size(), input.size() - held.size());
+        held = {input.data(), held.size() + got};
         ConversionStatus status = ConversionStatus::kOutputFull;
         while (status == ConversionStatus::kOutputFull) {
-            status = take(converter.Convert({input.data(), held}, output));
+            status = take(converter.Convert(held, output));
         }
         const bool wantsMore = status == ConversionStatus::kDone || status == ConversionStatus::kIncomplete;
         if (!wantsMore || (got == 0 && status == ConversionStatus::kIncomplete)) {
