@@ -9,6 +9,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 #include <Lum/URI.h>
@@ -68,14 +69,16 @@ private:
 };
 
 /// Writes what `c` becomes to `to` (four bytes may be written) and returns the end of it.
-char* EscapeByte(char c, const EscapeSet& set, char* to) noexcept {
-    const EscapeSet::Output output = set.OutputFor(c);
+template <class Set>
+char* EscapeByte(char c, const Set& set, char* to) noexcept {
+    const EscapeOutput output = set.OutputFor(c);
     std::memcpy(to, output.data(), output.size());
     return to + output.back();
 }
 
 /// Escapes `text`, whose first `clean` bytes need none.
-std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet& set) {
+template <class Set>
+std::string EscapeFrom(std::string_view text, std::size_t clean, const Set& set) {
     Collector out(text.substr(0, clean));
     const char* from = text.data() + clean;
     const char* const end = text.data() + text.size();
@@ -103,9 +106,9 @@ std::string EscapeFrom(std::string_view text, std::size_t clean, const EscapeSet
     return std::move(out).Take();
 }
 
-}  // namespace
-
-std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
+/// The position of the first member, or the size of `text`.
+template <class Set>
+std::size_t FindMemberOf(std::string_view text, const Set& set) noexcept {
     const std::size_t size = text.size();
     if (size < kStep) {
         std::size_t i = 0;
@@ -133,6 +136,84 @@ std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept {
     return search(last);
 }
 
+template <class Set>
+std::string EscapeMembers(std::string&& text, const Set& set) {
+    const std::size_t clean = FindMemberOf(text, set);
+    return clean == text.size() ? std::move(text) : EscapeFrom(text, clean, set);
+}
+
+/// NUL, the controls and the bytes that a caller lists. Has what EscapeSet has, but is quick to make: a set of this
+/// kind is used once.
+class ListedBytes {
+public:
+    explicit ListedBytes(std::string_view list) noexcept {
+        std::fill_n(m_Members.begin(), ' ', kMember);
+        m_Members[0x7F] = kMember;
+        for (const char c : list) {
+            m_Members[static_cast<unsigned char>(c)] = kMember;
+        }
+        // Nearly every text is made of these.
+        std::array<ByteRange, 4> ranges{{{'a', 'z'}, {'A', 'Z'}, {'0', '9'}, {0x80, 0xFF}}};
+        const auto isKept = [&](ByteRange range) {
+            return std::memchr(m_Members.data() + range.low, kMember, range.high - range.low + 1U) == nullptr;
+        };
+        if (const auto* const kept = std::find_if(ranges.begin(), ranges.end(), isKept); kept != ranges.end()) {
+            std::replace_if(ranges.begin(), ranges.end(), std::not_fn(isKept), ByteRange(*kept));
+            m_HasKeptRanges = true;
+            m_Kept = ByteRanges<4>(ranges);
+        }
+    }
+
+    [[nodiscard]] bool Contains(char c) const noexcept { return m_Members[static_cast<unsigned char>(c)] == kMember; }
+    [[nodiscard]] EscapeOutput OutputFor(char c) const noexcept {
+        return Contains(c) ? kEscapes[static_cast<unsigned char>(c)] : EscapeOutput{c, 0, 0, 1};
+    }
+    /// False if none of the ranges is free of members.
+    [[nodiscard]] bool HasKeptRanges() const noexcept { return m_HasKeptRanges; }
+    [[nodiscard]] const ByteRanges<4>& KeptRanges() const noexcept { return m_Kept; }
+
+private:
+    static constexpr char kMember = 1;
+    std::array<char, 256> m_Members{};
+    bool m_HasKeptRanges = false;
+    ByteRanges<4> m_Kept;
+};
+
+template <class Set>
+void EscapeBackwards(std::string& text, const Set& set) {
+    const auto escapes = std::count_if(text.begin(), text.end(), [&](char c) { return set.Contains(c); });
+    std::size_t from = text.size();
+    ReserveFor(text, std::uint64_t{from} + 2 * static_cast<std::uint64_t>(escapes));
+    text.resize(from + 2 * static_cast<std::size_t>(escapes));
+    // From the back, so that nothing is overwritten before it is read.
+    for (std::size_t to = text.size(); to != from;) {
+        const EscapeOutput output = set.OutputFor(text[--from]);
+        to -= static_cast<std::size_t>(output.back());
+        std::copy_n(output.data(), output.back(), text.data() + to);
+    }
+}
+
+}  // namespace
+
+std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept { return FindMemberOf(text, set); }
+
+bool IsEscapedBy(std::string_view text, const EscapeSet& set) noexcept {
+    for (;;) {
+        text.remove_prefix(FindMember(text, set));
+        if (text.empty()) {
+            return true;
+        }
+        if (text.size() < 3 || text[0] != '%' || HexValue(text[1]) == kNoDigit || HexValue(text[2]) == kNoDigit) {
+            return false;
+        }
+        const EscapeOutput escape = set.OutputFor(static_cast<char>(HexValue(text[1]) * 16 + HexValue(text[2])));
+        if (escape.back() != 3 || escape[1] != text[1] || escape[2] != text[2]) {
+            return false;
+        }
+        text.remove_prefix(3);
+    }
+}
+
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set) {
     const std::size_t clean = FindMember(text, set);
     return clean == text.size() ? std::string(text) : EscapeFrom(text, clean, set);
@@ -146,23 +227,9 @@ void AppendEscaped(std::string& out, std::string_view text, const EscapeSet& set
     }
 }
 
-std::string FastEscapeChars(std::string&& text, const EscapeSet& set) {
-    const std::size_t clean = FindMember(text, set);
-    return clean == text.size() ? std::move(text) : EscapeFrom(text, clean, set);
-}
+std::string FastEscapeChars(std::string&& text, const EscapeSet& set) { return EscapeMembers(std::move(text), set); }
 
-void EscapeInPlace(std::string& text, const EscapeSet& set) {
-    const auto escapes = std::count_if(text.begin(), text.end(), [&](char c) { return set.Contains(c); });
-    std::size_t from = text.size();
-    ReserveFor(text, std::uint64_t{from} + 2 * static_cast<std::uint64_t>(escapes));
-    text.resize(from + 2 * static_cast<std::size_t>(escapes));
-    // From the back, so that nothing is overwritten before it is read.
-    for (std::size_t to = text.size(); to != from;) {
-        const EscapeSet::Output output = set.OutputFor(text[--from]);
-        to -= static_cast<std::size_t>(output.back());
-        std::copy_n(output.data(), output.back(), text.data() + to);
-    }
-}
+void EscapeInPlace(std::string& text, const EscapeSet& set) { EscapeBackwards(text, set); }
 
 namespace {
 
@@ -196,28 +263,12 @@ using namespace Internal;
 URI::StringProxy URI::Escape(StringProxy text) { return FastEscapeChars(std::move(text.m_Text), URIexcludedBitMap); }
 
 URI::StringProxy URI::EscapeChars(StringProxy text, StringProxy chars) {
-    CharBitMap escaped{chars.m_Text};
-    escaped.Add('\0');
-    for (const char c : Classes::URIcontrol) {
-        escaped.Add(c);
+    const ListedBytes set(chars.m_Text);
+    if (set.HasKeptRanges()) {
+        return EscapeMembers(std::move(text.m_Text), set);
     }
-    const auto isEscaped = [&](char c) { return escaped.Contains(static_cast<unsigned char>(c)); };
-    const auto count = std::count_if(text.m_Text.begin(), text.m_Text.end(), isEscaped);
-    if (count == 0) {
-        return text;
-    }
-    std::string result;
-    ReserveFor(result, std::uint64_t{text.m_Text.size()} + 2 * static_cast<std::uint64_t>(count));
-    for (const char c : text.m_Text) {
-        if (isEscaped(c)) {
-            constexpr std::string_view digits = "0123456789ABCDEF";
-            const auto value = static_cast<unsigned char>(c);
-            result += {'%', digits[value / 16], digits[value % 16]};
-        } else {
-            result += c;
-        }
-    }
-    return result;
+    EscapeBackwards(text.m_Text, set);
+    return text;
 }
 
 URI::StringProxy URI::Unescape(StringProxy text, bool highBytesOnly) {

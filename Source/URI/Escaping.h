@@ -17,25 +17,35 @@
 
 namespace Lum::Internal {
 
+/// The text that a byte becomes, one character or three, and behind it its length.
+using EscapeOutput = std::array<char, 4>;
+
+/// What each byte becomes if it is escaped.
+inline constexpr std::array<EscapeOutput, 256> kEscapes = [] {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::array<EscapeOutput, 256> escapes{};
+    for (std::size_t c = 0; c < escapes.size(); ++c) {
+        escapes[c] = {'%', digits[c / 16], digits[c % 16], 3};
+    }
+    return escapes;
+}();
+
 /// A set of bytes to escape, with what each byte becomes.
 class EscapeSet {
 public:
-    /// The text that a byte becomes, one character or three, and behind it its length.
-    using Output = std::array<char, 4>;
-
     consteval explicit EscapeSet(std::string_view text) noexcept {
         const CharBitMap members{text};
-        constexpr std::string_view digits = "0123456789ABCDEF";
         for (std::size_t c = 0; c < m_Outputs.size(); ++c) {
             const auto byte = static_cast<unsigned char>(c);
-            m_Outputs[c] = members.Contains(byte) ? Output{'%', digits[c / 16], digits[c % 16], 3}
-                                                  : Output{static_cast<char>(byte), 0, 0, 1};
+            m_Outputs[c] = members.Contains(byte) ? kEscapes[c] : EscapeOutput{static_cast<char>(byte), 0, 0, 1};
         }
         m_Kept = ByteRanges<4>(WidestKeptRanges(members));
     }
 
     [[nodiscard]] constexpr bool Contains(char c) const noexcept { return OutputFor(c).back() != 1; }
-    [[nodiscard]] constexpr Output OutputFor(char c) const noexcept { return m_Outputs[static_cast<unsigned char>(c)]; }
+    [[nodiscard]] constexpr EscapeOutput OutputFor(char c) const noexcept {
+        return m_Outputs[static_cast<unsigned char>(c)];
+    }
     /// Ranges of bytes that stay as they are. A block of text that lies within them has nothing to escape.
     [[nodiscard]] constexpr const ByteRanges<4>& KeptRanges() const noexcept { return m_Kept; }
 
@@ -72,7 +82,7 @@ private:
         return kept;
     }
 
-    std::array<Output, 256> m_Outputs{};
+    std::array<EscapeOutput, 256> m_Outputs{};
     ByteRanges<4> m_Kept;
 };
 
@@ -92,6 +102,9 @@ std::size_t FindMember(std::string_view text, const EscapeSet& set) noexcept;
 inline bool HasMember(std::string_view text, const EscapeSet& set) noexcept {
     return FindMember(text, set) != text.size();
 }
+
+/// Whether escaping what `text` stands for gives `text` again.
+bool IsEscapedBy(std::string_view text, const EscapeSet& set) noexcept;
 
 /// `text` with every member of `set` escaped.
 std::string FastEscapeChars(std::string_view text, const EscapeSet& set);

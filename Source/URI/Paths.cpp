@@ -89,6 +89,37 @@ std::string RelativePath(std::string_view target, std::string_view baseDirectory
     return path.IsEmpty() ? "./" : std::move(path).Take(HasTrailingSlash(target));
 }
 
+std::optional<RelativeEdit> FindRelativeEdit(std::string_view target, std::string_view base) noexcept {
+    const std::string_view directory = base.substr(0, base.size() - LastSegment(base).size());
+    if (!HasLeadingSlash(target) || !HasLeadingSlash(base) || !HasPlainSegments(target) ||
+        !HasPlainSegments(directory)) {
+        return std::nullopt;
+    }
+    const auto difference = std::mismatch(target.begin(), target.end(), directory.begin(), directory.end());
+    const auto shared = static_cast<std::size_t>(difference.first - target.begin());
+    // If the whole target names a directory above the base, it is shared up to its end and not only to its last slash.
+    const bool isAbove = shared == target.size() && directory.substr(shared).starts_with('/');
+    const std::size_t dropped = isAbove ? shared : FindLast(target.substr(0, shared), '/') + 1;
+    const std::string_view below = directory.substr(dropped + (isAbove ? 1 : 0));
+    return RelativeEdit{dropped, static_cast<std::size_t>(std::count(below.begin(), below.end(), '/'))};
+}
+
+void MakeEdit(std::string& target, RelativeEdit edit) {
+    constexpr std::string_view climb = "../";
+    const std::uint64_t climbing = climb.size() * std::uint64_t{edit.climbs};
+    const bool endsWithClimb = edit.dropped == target.size() && !HasTrailingSlash(target);
+    ReserveFor(target, target.size() - edit.dropped + climbing);
+    target.replace(0, edit.dropped, static_cast<std::size_t>(climbing), '.');
+    for (std::size_t i = climb.size() - 1; i < climbing; i += climb.size()) {
+        target[i] = '/';
+    }
+    if (target.empty()) {
+        target = "./";
+    } else if (endsWithClimb) {
+        target.pop_back();
+    }
+}
+
 }  // namespace Lum::Internal
 
 namespace Lum {

@@ -154,4 +154,16 @@ std::optional<PathEdit> FindPathEdit(std::string_view base, std::string_view ref
 /// do not share, then the target's segments that they do not share; "./" if that is nothing. Linear.
 std::string RelativePath(std::string_view target, std::string_view baseDirectory, bool caseSensitive);
 
+/// The change of a path to a reference that leads to it: "../", so many times, replaces its first bytes.
+struct RelativeEdit {
+    std::size_t dropped;
+    std::size_t climbs;
+};
+
+/// What RelativePath gives with case for the directory of `base`, as an edit of the target. Nothing if one of the
+/// paths does not begin with "/", or if a segment of the target or the directory is empty or begins with a dot.
+std::optional<RelativeEdit> FindRelativeEdit(std::string_view target, std::string_view base) noexcept;
+/// Makes that edit. Changes nothing if it throws.
+void MakeEdit(std::string& target, RelativeEdit edit);
+
 }  // namespace Lum::Internal

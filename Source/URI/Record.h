@@ -3,8 +3,10 @@
 // The components are listed here once. Each operation is defined in the file named above it.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <tuple>
+#include <typeinfo>
 
 #include <Lum/URI.h>
 #include <Lum/URISplitter.h>
@@ -12,6 +14,23 @@
 #include "Source/URI/Authority.h"
 
 namespace Lum {
+
+namespace Internal {
+enum class PrintedForm { NonHierarchical, Relative, WithoutAuthority, WithAuthority };
+
+/// The components in the form in which they are to be printed.
+struct PrintedParts {
+    std::string_view scheme;
+    std::string_view username;
+    std::string_view password;
+    std::string_view host;
+    std::string_view port;
+    std::string_view path;
+    std::string_view query;
+    std::string_view fragment;
+    std::string_view nonHierarchical;
+};
+}  // namespace Internal
 
 struct URI::Access {
     template <class AnyURI>
@@ -23,6 +42,9 @@ struct URI::Access {
     static auto Flags(AnyURI& uri) noexcept {
         return std::tie(uri.m_IsValid, uri.m_IsRelative, uri.m_IsHierarchical);
     }
+
+    /// Whether the object is of no derived class, which could override operations.
+    static bool IsPlainURI(const URI& uri) noexcept { return typeid(uri) == typeid(URI); }
 
     // Record.cpp
     /// In debug builds, ends the program where components and flags contradict each other.
@@ -45,6 +67,13 @@ struct URI::Access {
     // References.cpp
     /// Changes the path as the unescaped path of a relative reference asks for; it does not begin with "/".
     static void ApplyRelativePath(URI& uri, std::string_view reference);
+
+    // Serialiser.cpp
+    static Internal::PrintedForm FormOf(const URI& uri);
+    static Internal::PrintedParts Stored(const URI& uri) noexcept;
+    /// The size of what ToString(false) gives.
+    static std::uint64_t PrintedSize(const URI& uri);
+    static bool HaveSameComponents(const URI& a, const URI& b) noexcept;
 
     // Relations.cpp
     static bool HaveSameAuthority(const URI& a, const URI& b);

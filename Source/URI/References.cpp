@@ -3,6 +3,7 @@
 // After RFC 2396, not RFC 3986: a query-only reference replaces the last path segment, dot segments are removed
 // only after the merge, and those of an absolute path stay. The arithmetic works on unescaped paths, so that
 // "%2E%2E" counts as ".." and "%2F" divides segments. The setters escape again.
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,14 +29,21 @@ bool SplitRelative(std::string_view text, URIPieces& pieces) noexcept {
     return !pieces.hasScheme && FindFirst(pieces.path, '\\') == std::string_view::npos;
 }
 
+/// Gives a component the escapes that its setter would write.
+void Normalise(std::string& component) {
+    if (!IsEscapedBy(component, URIexcludedBitMap)) {
+        component = FastEscapeChars(UnescapeText(std::string_view(component)), URIexcludedBitMap);
+    }
+}
+
 /// Stores what escaping the unescaped text would give.
 void StoreNormalised(std::string& component, std::string_view escaped) {
     if (escaped.empty()) {
         component.clear();
-    } else if (HasMember(escaped, URIexcludedBitMap)) {
-        component = FastEscapeChars(UnescapeText(escaped), URIexcludedBitMap);
-    } else {
+    } else if (IsEscapedBy(escaped, URIexcludedBitMap)) {
         component.assign(escaped.data(), escaped.size());
+    } else {
+        component = FastEscapeChars(UnescapeText(escaped), URIexcludedBitMap);
     }
 }
 
@@ -107,15 +115,32 @@ bool URI::MakeRelativeURI(const URI& base, bool caseSensitive) {
     if (base.IsRelative() || !IsOfType(base.GetScheme()) || !Access::HaveSameAuthority(*this, base)) {
         return false;
     }
-    // ChDir stores the path as it does for any directory, which can change how an odd path reads.
-    URI directory = base;
-    directory.ChDir(".", false);
     // Compatibility: the answer is not used, but derived classes rely on being asked.
     static_cast<void>(IsDirectory());
-    const UnescapedView target(m_Path);
-    const UnescapedView from(directory.m_Path);
-    std::string path = RelativePath(target.Get(), from.Get(), caseSensitive);
-    SetParts("", "", "", std::move(path), GetQuery(true), GetFragment());
+    std::optional<RelativeEdit> edit;
+    if (caseSensitive && !HasMember(m_Path, URIexcludedBitMap) && !HasMember(base.m_Path, URIexcludedBitMap)) {
+        // Both paths read as they are stored, and so do their parts.
+        edit = FindRelativeEdit(m_Path, base.m_Path);
+    }
+    std::string path;
+    if (edit) {
+        MakeEdit(m_Path, *edit);
+    } else {
+        // ChDir stores the path as it does for any directory, which can change how an odd path reads.
+        URI directory = base;
+        directory.ChDir(".", false);
+        path = RelativePath(UnescapedView(m_Path).Get(), UnescapedView(directory.m_Path).Get(), caseSensitive);
+    }
+    m_Scheme.clear();
+    m_Authority.clear();
+    m_ServerPort.clear();
+    if (edit) {
+        Access::PathChanged(*this);
+    } else {
+        SetPath(std::move(path));
+    }
+    Normalise(m_Query);
+    Normalise(m_Fragment);
     return true;
 }
 

@@ -33,7 +33,8 @@ bool ChangesWhenStoredAgain(std::string_view path) noexcept {
 }  // namespace
 
 bool URI::Access::HaveSameAuthority(const URI& a, const URI& b) {
-    return a.GetAuthority() == b.GetAuthority() && a.m_ServerPort == b.m_ServerPort;
+    // Hosts that differ as they are stored may still be read as the same.
+    return a.m_ServerPort == b.m_ServerPort && (a.m_Authority == b.m_Authority || a.GetAuthority() == b.GetAuthority());
 }
 
 bool URI::Access::AreComparable(const URI& a, const URI& b) noexcept {

@@ -12,6 +12,7 @@
 #include "Source/Base/Lengths.h"
 #include "Source/Base/ShortCopies.h"
 #include "Source/URI/Escaping.h"
+#include "Source/URI/Record.h"
 #include "Source/URI/Scheme.h"
 
 namespace Lum {
@@ -32,34 +33,19 @@ struct Write {
     void operator()(std::string_view piece) noexcept { to = CopyBytes(to, piece); }
 };
 
-/// The components in the form in which they are to be printed.
-struct Components {
-    std::string_view scheme;
-    std::string_view username;
-    std::string_view password;
-    std::string_view host;
-    std::string_view port;
-    std::string_view path;
-    std::string_view query;
-    std::string_view fragment;
-    std::string_view nonHierarchical;
-};
-
-enum class Form { NonHierarchical, Relative, WithoutAuthority, WithAuthority };
-
 /// Calls `out` with the pieces of the text in their order.
 template <class Out>
-void Emit(Form form, const Components& parts, Out& out) noexcept {
-    if (form == Form::NonHierarchical) {
+void Emit(PrintedForm form, const PrintedParts& parts, Out& out) noexcept {
+    if (form == PrintedForm::NonHierarchical) {
         out(parts.scheme);
         out(":");
         out(parts.nonHierarchical);
     } else {
-        if (form != Form::Relative && !parts.scheme.empty()) {
+        if (form != PrintedForm::Relative && !parts.scheme.empty()) {
             out(parts.scheme);
             out(":");
         }
-        if (form == Form::WithAuthority) {
+        if (form == PrintedForm::WithAuthority) {
             out("//");
             if (!parts.username.empty()) {
                 out(parts.username);
@@ -87,7 +73,7 @@ void Emit(Form form, const Components& parts, Out& out) noexcept {
     }
 }
 
-std::string Print(Form form, const Components& parts) {
+std::string Print(PrintedForm form, const PrintedParts& parts) {
     Measure measure;
     Emit(form, parts, measure);
     std::string text;
@@ -100,16 +86,27 @@ std::string Print(Form form, const Components& parts) {
 
 }  // namespace
 
-std::string URI::ToString(bool unescaped) const {
-    Form form = Form::NonHierarchical;
-    if (IsHierarchical()) {
-        // Without a host only a "file" URI prints its "//", so that "file:///C|/dir" survives.
-        const auto needsSlashes = [this] { return !m_Authority.empty() || IsOfType(kFileScheme); };
-        form = m_IsRelative ? Form::Relative : (needsSlashes() ? Form::WithAuthority : Form::WithoutAuthority);
+PrintedParts URI::Access::Stored(const URI& uri) noexcept {
+    return {uri.m_Scheme, uri.m_Username, uri.m_Password, uri.m_Authority,      uri.m_ServerPort,
+            uri.m_Path,   uri.m_Query,    uri.m_Fragment, uri.m_NonHierarchical};
+}
+
+PrintedForm URI::Access::FormOf(const URI& uri) {
+    if (!uri.IsHierarchical()) {
+        return PrintedForm::NonHierarchical;
     }
+    if (uri.m_IsRelative) {
+        return PrintedForm::Relative;
+    }
+    // Without a host only a "file" URI prints its "//", so that "file:///C|/dir" survives.
+    const bool needsSlashes = !uri.m_Authority.empty() || uri.IsOfType(kFileScheme);
+    return needsSlashes ? PrintedForm::WithAuthority : PrintedForm::WithoutAuthority;
+}
+
+std::string URI::ToString(bool unescaped) const {
+    const PrintedForm form = Access::FormOf(*this);
     if (!unescaped) {
-        return Print(form, {m_Scheme, m_Username, m_Password, m_Authority, m_ServerPort, m_Path, m_Query, m_Fragment,
-                            m_NonHierarchical});
+        return Print(form, Access::Stored(*this));
     }
     return Print(form, {GetScheme(), GetUsername(), GetPassword(), GetAuthority(), m_ServerPort, GetPath(),
                         GetQuery(true), GetFragment(), GetNonHierarchical()});
@@ -119,13 +116,35 @@ std::string URI::ToStringUTF8() const { return UnescapeText(ToString(false), tru
 
 std::string URI::ToStringUTF8Escaped() const { return FastEscapeChars(ToString(false), URIhighBytesExcludedBitMap); }
 
+std::uint64_t URI::Access::PrintedSize(const URI& uri) {
+    Measure measure;
+    Emit(FormOf(uri), Stored(uri), measure);
+    return measure.size;
+}
+
+bool URI::Access::HaveSameComponents(const URI& a, const URI& b) noexcept {
+    return a.m_IsRelative == b.m_IsRelative && a.m_IsHierarchical == b.m_IsHierarchical &&
+           Components(a) == Components(b);
+}
+
 int URI::Compare(const std::string& a, const std::string& b, bool caseSensitive) {
     return caseSensitive ? a.compare(b) : CompareIgnoringAsciiCase(a, b);
 }
 
 bool URI::operator==(const char* text) const { return ToString(false) == (text == nullptr ? "" : text); }
 bool URI::operator==(StringProxy text) const { return ToString(false) == text.m_Text; }
-bool URI::operator==(const URI& other) const { return ToString(false) == other.ToString(false); }
+bool URI::operator==(const URI& other) const {
+    if (Access::IsPlainURI(*this) && Access::IsPlainURI(other)) {
+        if (Access::HaveSameComponents(*this, other)) {
+            return true;
+        }
+        // Other components may print the same text, for one may hold what looks like a delimiter.
+        if (Access::PrintedSize(*this) != Access::PrintedSize(other)) {
+            return false;
+        }
+    }
+    return ToString(false) == other.ToString(false);
+}
 
 std::strong_ordering URI::operator<=>(const char* text) const {
     return ToString(false).compare(text == nullptr ? "" : text) <=> 0;
