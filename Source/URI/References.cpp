@@ -3,7 +3,6 @@
 // After RFC 2396, not RFC 3986: a query-only reference replaces the last path segment, dot segments are removed
 // only after the merge, and those of an absolute path stay. The arithmetic works on unescaped paths, so that
 // "%2E%2E" counts as ".." and "%2F" divides segments. The setters escape again.
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,13 +26,6 @@ bool SplitRelative(std::string_view text, URIPieces& pieces) noexcept {
         pieces = SplitURI<BlockSearch>(text);
     }
     return !pieces.hasScheme && FindFirst(pieces.path, '\\') == std::string_view::npos;
-}
-
-/// Gives a component the escapes that its setter would write.
-void Normalise(std::string& component) {
-    if (!IsEscapedBy(component, URIexcludedBitMap)) {
-        component = FastEscapeChars(UnescapeText(std::string_view(component)), URIexcludedBitMap);
-    }
 }
 
 /// Stores what escaping the unescaped text would give.
@@ -117,30 +109,26 @@ bool URI::MakeRelativeURI(const URI& base, bool caseSensitive) {
     }
     // Compatibility: the answer is not used, but derived classes rely on being asked.
     static_cast<void>(IsDirectory());
-    std::optional<RelativeEdit> edit;
-    if (caseSensitive && !HasMember(m_Path, URIexcludedBitMap) && !HasMember(base.m_Path, URIexcludedBitMap)) {
-        // Both paths read as they are stored, and so do their parts.
-        edit = FindRelativeEdit(m_Path, base.m_Path);
+    const auto isPlain = [](const std::string& path) { return !HasMember(path, URIexcludedBitMap); };
+    const auto isNormal = [](const std::string& component) { return IsEscapedBy(component, URIexcludedBitMap); };
+    if (caseSensitive && isPlain(m_Path) && isPlain(base.m_Path) && isNormal(m_Query) && isNormal(m_Fragment)) {
+        // What SetParts below would store is what is stored already, but for the path.
+        if (const auto edit = FindRelativeEdit(m_Path, base.m_Path)) {
+            MakeEdit(m_Path, *edit);
+            m_Scheme.clear();
+            m_Authority.clear();
+            m_ServerPort.clear();
+            Access::PathChanged(*this);
+            return true;
+        }
     }
-    std::string path;
-    if (edit) {
-        MakeEdit(m_Path, *edit);
-    } else {
-        // ChDir stores the path as it does for any directory, which can change how an odd path reads.
-        URI directory = base;
-        directory.ChDir(".", false);
-        path = RelativePath(UnescapedView(m_Path).Get(), UnescapedView(directory.m_Path).Get(), caseSensitive);
-    }
-    m_Scheme.clear();
-    m_Authority.clear();
-    m_ServerPort.clear();
-    if (edit) {
-        Access::PathChanged(*this);
-    } else {
-        SetPath(std::move(path));
-    }
-    Normalise(m_Query);
-    Normalise(m_Fragment);
+    // ChDir stores the path as it does for any directory, which can change how an odd path reads.
+    URI directory = base;
+    directory.ChDir(".", false);
+    const UnescapedView target(m_Path);
+    const UnescapedView from(directory.m_Path);
+    std::string path = RelativePath(target.Get(), from.Get(), caseSensitive);
+    SetParts("", "", "", std::move(path), GetQuery(true), GetFragment());
     return true;
 }
 
