@@ -70,9 +70,17 @@ constexpr std::array<Range, 8> kWide{{{0x1100, 0x115F},
                                       {0x20000, 0x3FFFD}}};
 constexpr std::array<Range, 3> kCombining{{{0x0300, 0x036F}, {0x20D0, 0x20FF}, {0xFE20, 0xFE2F}}};
 
+/// Most texts are of these characters, which take a column each.
+bool IsVisibleAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 }  // namespace
 
 std::string Printable(std::string_view text) {
+    if (IsVisibleAscii(text)) {
+        return std::string(text);
+    }
     std::string shown;
     while (!text.empty()) {
         const Character character = Decode(text);
@@ -92,6 +100,9 @@ std::string Printable(std::string_view text) {
 }
 
 std::size_t Columns(std::string_view printable) {
+    if (IsVisibleAscii(printable)) {
+        return printable.size();
+    }
     std::size_t columns = 0;
     while (!printable.empty()) {
         const Character character = Decode(printable);

@@ -12,7 +12,6 @@
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>
 #include <CLI/CLI.hpp>
-#include <nlohmann/json.hpp>
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
@@ -24,11 +23,11 @@
 namespace Tool {
 namespace {
 
-/// A component's name in the output, and its text in both forms.
+/// A component's name in the output, its text in the URI, and the operation that reads it unescaped.
 struct Component {
     std::string_view name;
-    std::string stored;
-    std::string unescaped;
+    std::string_view stored;
+    std::string (*get)(const Lum::URI& uri);
 };
 
 /// What a component is called in a sentence.
@@ -56,20 +55,20 @@ public:
     using URI::URI;
 
     [[nodiscard]] std::array<Component, 9> Components() const {
-        return {{{"scheme", m_Scheme, GetScheme()},
-                 {"user", m_Username, GetUsername()},
-                 {"password", m_Password, GetPassword()},
-                 {"host", m_Authority, GetAuthority()},
-                 {"port", m_ServerPort, GetServerPort()},
-                 {"path", m_Path, GetPath()},
-                 {"query", m_Query, GetQuery(true)},
-                 {"fragment", m_Fragment, GetFragment()},
-                 {"nonHierarchical", m_NonHierarchical, GetNonHierarchical()}}};
+        return {{{"scheme", m_Scheme, [](const URI& uri) { return uri.GetScheme(); }},
+                 {"user", m_Username, [](const URI& uri) { return uri.GetUsername(); }},
+                 {"password", m_Password, [](const URI& uri) { return uri.GetPassword(); }},
+                 {"host", m_Authority, [](const URI& uri) { return uri.GetAuthority(); }},
+                 {"port", m_ServerPort, [](const URI& uri) { return uri.GetServerPort(); }},
+                 {"path", m_Path, [](const URI& uri) { return uri.GetPath(); }},
+                 {"query", m_Query, [](const URI& uri) { return uri.GetQuery(true); }},
+                 {"fragment", m_Fragment, [](const URI& uri) { return uri.GetFragment(); }},
+                 {"nonHierarchical", m_NonHierarchical, [](const URI& uri) { return uri.GetNonHierarchical(); }}}};
     }
     /// Why some component's escapes stand for no text of the encoding; "" where all do.
     [[nodiscard]] std::string ExplainEscapes(const std::string& encoding) const {
         for (const Component& component : Components()) {
-            if (component.stored.find('%') != std::string::npos) {
+            if (component.stored.find('%') != std::string_view::npos) {
                 const auto text = Lum::ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
                 if (text.status != Lum::ConversionStatus::kDone) {
                     return std::string(Title(component)) + " with escapes that are " +
@@ -114,8 +113,8 @@ struct Reading {
             }
             text = std::move(converted.text);
         }
-        uri = Lum::URI::StringProxy(text);
-        if (const Lum::URIProblem problem = Lum::ExplainURI(text); problem.code != Lum::URIProblemCode::kValid) {
+        if (!uri.ParseURI(text)) {
+            const Lum::URIProblem problem = Lum::ExplainURI(text);
             reason = Describe(problem.code);
             offset = problem.offset;
             length = problem.length;
@@ -141,28 +140,30 @@ struct Reading {
 
 void WriteAsJson(const Reading& reading) {
     const auto& [text, uri, reason, offset, length] = reading;
-    nlohmann::ordered_json object{
-        {"input", text},
-        {"valid", reading.IsValid()},
-        {"relative", uri.IsRelative()},
-        {"hierarchical", uri.IsHierarchical()},
-    };
-    for (auto& component : uri.Components()) {
-        object[std::string(component.name)] = std::move(component.stored);
+    JsonLine line;
+    line.Add("input", text);
+    line.Add("valid", reading.IsValid());
+    line.Add("relative", uri.IsRelative());
+    line.Add("hierarchical", uri.IsHierarchical());
+    for (const Component& component : uri.Components()) {
+        line.Add(component.name, component.stored);
     }
-    object["text"] = uri.ToString(false);
+    line.Add("text", uri.ToString(false));
     if (!reading.IsValid()) {
-        object["reason"] = reason;
+        line.Add("reason", reason);
     }
     if (offset) {
-        object["offset"] = *offset;
+        line.Add("offset", *offset);
     }
-    WriteJson(object);
+    std::move(line).Write();
 }
 
 std::string Table(const Reading& reading) {
     const auto& [text, uri, reason, offset, length] = reading;
-    std::string table = Printable(text) + '\n';
+    std::string table;
+    table.reserve(1024);
+    table += Printable(text);
+    table += '\n';
     if (offset) {
         const std::size_t width = Columns(Printable(text.substr(*offset, length)));
         table.append(Columns(Printable(text.substr(0, *offset))), ' ');
@@ -174,21 +175,29 @@ std::string Table(const Reading& reading) {
     }
     table += Row("valid", std::string(uri.IsRelative() ? "relative" : "absolute") +
                               (uri.IsHierarchical() ? ", hierarchical" : ", non-hierarchical"));
-    const auto components = uri.Components();
+    struct Shown {
+        std::string_view title;
+        std::string stored;
+        std::string unescaped;
+    };
+    std::vector<Shown> shown;
     std::size_t storedColumns = 0;
-    for (const Component& component : components) {
-        if (component.stored != component.unescaped) {
-            storedColumns = std::max(storedColumns, Columns(Printable(component.stored)));
+    for (const Component& component : uri.Components()) {
+        if (component.stored.empty()) {
+            continue;
+        }
+        const std::string unescaped = component.get(uri);
+        Shown& row = shown.emplace_back(Shown{Title(component), Printable(component.stored), {}});
+        if (component.stored != unescaped) {
+            row.unescaped = "  = " + Printable(unescaped);
+            storedColumns = std::max(storedColumns, Columns(row.stored));
         }
     }
-    for (const Component& component : components) {
-        if (!component.stored.empty()) {
-            std::string value = Printable(component.stored);
-            if (component.stored != component.unescaped) {
-                value.append(storedColumns - Columns(value), ' ').append("  = ").append(Printable(component.unescaped));
-            }
-            table += Row(Title(component), value);
+    for (Shown& row : shown) {
+        if (!row.unescaped.empty()) {
+            row.stored.append(storedColumns - Columns(row.stored), ' ').append(row.unescaped);
         }
+        table += Row(row.title, row.stored);
     }
     if (const std::string port = uri.GetDefaultPort(); !port.empty()) {
         table += Row("default port", port);
