@@ -20,15 +20,6 @@ using namespace Internal;
 
 namespace {
 
-/// Assigns a piece of the text, touching a component that is and stays empty as little as possible.
-void Store(std::string& component, std::string_view piece) {
-    if (!piece.empty()) {
-        component.assign(piece.data(), piece.size());
-    } else if (!component.empty()) {
-        component.clear();
-    }
-}
-
 bool HasUpper(std::string_view text) noexcept { return std::any_of(text.begin(), text.end(), IsAsciiUpper); }
 
 void StoreLower(std::string& component, std::string_view piece, bool hasUpper) {

@@ -35,8 +35,9 @@ URI& URI::operator=(const URI& other) {
 
 URI& URI::operator=(URI&& other) noexcept {
     if (this != &other) {
-        const auto moved = [](auto&... components) { return std::forward_as_tuple(std::move(components)...); };
-        Access::Components(*this) = std::apply(moved, Access::Components(other));
+        for (const auto component : Access::kComponents) {
+            this->*component = std::move(other.*component);
+        }
         Access::Flags(*this) = Access::Flags(other);
         other.Initialize();
     }
@@ -60,7 +61,9 @@ void URI::CopyURI(const URI& other) {
         return;
     }
     try {
-        Access::Components(*this) = Access::Components(other);
+        for (const auto component : Access::kComponents) {
+            Store(this->*component, other.*component);
+        }
     } catch (...) {
         Initialize();
         throw;
@@ -70,7 +73,9 @@ void URI::CopyURI(const URI& other) {
 }
 
 void URI::Initialize() noexcept {
-    std::apply([](auto&... components) { (components.clear(), ...); }, Access::Components(*this));
+    for (const auto component : Access::kComponents) {
+        (this->*component).clear();
+    }
     // Fits the storage that every string has, so that nothing is allocated.
     m_Scheme = kUnknownScheme;
     Access::Flags(*this) = std::tuple(false, false, false);

@@ -3,7 +3,9 @@
 // The components are listed here once. Each operation is defined in the file named above it.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <typeinfo>
@@ -30,14 +32,22 @@ struct PrintedParts {
     std::string_view fragment;
     std::string_view nonHierarchical;
 };
+
+/// Assigns a piece of text, touching a component that is and stays empty as little as possible.
+inline void Store(std::string& component, std::string_view piece) {
+    if (!piece.empty()) {
+        component.assign(piece.data(), piece.size());
+    } else if (!component.empty()) {
+        component.clear();
+    }
+}
+
 }  // namespace Internal
 
 struct URI::Access {
-    template <class AnyURI>
-    static auto Components(AnyURI& uri) noexcept {
-        return std::tie(uri.m_Scheme, uri.m_Authority, uri.m_ServerPort, uri.m_Path, uri.m_Query, uri.m_Fragment,
-                        uri.m_Username, uri.m_Password, uri.m_NonHierarchical);
-    }
+    static constexpr std::array<std::string URI::*, 9> kComponents{
+        &URI::m_Scheme,   &URI::m_Authority, &URI::m_ServerPort, &URI::m_Path,           &URI::m_Query,
+        &URI::m_Fragment, &URI::m_Username,  &URI::m_Password,   &URI::m_NonHierarchical};
     template <class AnyURI>
     static auto Flags(AnyURI& uri) noexcept {
         return std::tie(uri.m_IsValid, uri.m_IsRelative, uri.m_IsHierarchical);
@@ -76,6 +86,8 @@ struct URI::Access {
     static bool HaveSameComponents(const URI& a, const URI& b) noexcept;
 
     // Relations.cpp
+    /// IsOfType(b.GetScheme()), which a derived class is asked.
+    static bool HasSchemeOf(const URI& a, const URI& b);
     static bool HaveSameAuthority(const URI& a, const URI& b);
     static bool AreComparable(const URI& a, const URI& b) noexcept;
     static RelationCode Relate(const URI& a, const URI& b, bool caseSensitive);

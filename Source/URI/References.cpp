@@ -65,7 +65,7 @@ bool URI::ChDir(StringProxy reference, bool escape) {
     const std::string_view path = unescaped.Get();
     if (HasLeadingSlash(path)) {
         SetPath(path);
-    } else if (!Segments(path).AtEnd() || !pieces.query.empty()) {
+    } else if (!path.empty() || !pieces.query.empty()) {
         Access::ApplyRelativePath(*this, path);
     } else {
         StoreNormalised(m_Fragment, pieces.fragment);
@@ -104,7 +104,7 @@ bool URI::MakeRelativeURI(const URI& base, bool caseSensitive) {
     if (IsRelative()) {
         return true;
     }
-    if (base.IsRelative() || !IsOfType(base.GetScheme()) || !Access::HaveSameAuthority(*this, base)) {
+    if (base.IsRelative() || !Access::HasSchemeOf(*this, base) || !Access::HaveSameAuthority(*this, base)) {
         return false;
     }
     // Compatibility: the answer is not used, but derived classes rely on being asked.

@@ -7,6 +7,7 @@
 
 #include <Lum/URI.h>
 
+#include "Source/Base/Ascii.h"
 #include "Source/URI/Escaping.h"
 #include "Source/URI/Paths.h"
 #include "Source/URI/Record.h"
@@ -31,6 +32,11 @@ bool ChangesWhenStoredAgain(std::string_view path) noexcept {
 }
 
 }  // namespace
+
+bool URI::Access::HasSchemeOf(const URI& a, const URI& b) {
+    return IsPlainURI(a) ? EqualIgnoringAsciiCase(a.m_Scheme, UnescapedView(b.m_Scheme).Get())
+                         : a.IsOfType(b.GetScheme());
+}
 
 bool URI::Access::HaveSameAuthority(const URI& a, const URI& b) {
     // Hosts that differ as they are stored may still be read as the same.

@@ -1,4 +1,5 @@
 // Prints a record as text, as stored or unescaped, and compares URIs by what they print.
+#include <algorithm>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -124,7 +125,7 @@ std::uint64_t URI::Access::PrintedSize(const URI& uri) {
 
 bool URI::Access::HaveSameComponents(const URI& a, const URI& b) noexcept {
     return a.m_IsRelative == b.m_IsRelative && a.m_IsHierarchical == b.m_IsHierarchical &&
-           Components(a) == Components(b);
+           std::all_of(kComponents.begin(), kComponents.end(), [&](auto c) { return a.*c == b.*c; });
 }
 
 int URI::Compare(const std::string& a, const std::string& b, bool caseSensitive) {
