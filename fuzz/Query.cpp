@@ -1,5 +1,6 @@
 // Property: a text escaped and unescaped is the same text, whatever stands before it; a map written to a query and read
-// again is the same map, a value set is the value read, and reading one value agrees with reading the map.
+// again is the same map, a value set is the value read and the map changed, and reading one value agrees with reading
+// the map.
 #include <map>
 #include <string>
 
@@ -26,7 +27,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Require(again == pairs);
 
     const std::string key = text.substr(0, size / 2);
+    Lum::URI changed("http://h/");
+    changed.SetQuery(text, false);
+    changed.SetQueryValue(key, text);
     uri.SetQueryValue(key, text);
+    Require(changed == uri);
+    again[key] = text;
+    uri.SetQueryByMap(again);
+    Require(changed == uri);
     std::string value;
     Require(uri.GetQueryValue(key, value) && value == text);
     return 0;

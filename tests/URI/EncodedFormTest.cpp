@@ -45,6 +45,19 @@ TEST(Serialiser, ComparesHashesAndPrintsByItsText) {
     EXPECT_EQ(out.str(), "http://host/%7Ea %20");
 }
 
+TEST(Serialiser, DifferentComponentsMayPrintTheSameText) {
+    URI query("http://h/a#b?c"), fragment("http://h/a"), longer("http://h/a"), other("http://h/a");
+    query.SetQuery("x#y", false);
+    query.SetFragment("");
+    fragment.SetQuery("x", false);
+    fragment.SetFragment("y");
+    longer.SetQuery("x#yz", false);
+    other.SetQuery("x#z", false);
+    EXPECT_TRUE(query == fragment && query != longer && query != other);
+    // The same size, and components that are not printed.
+    EXPECT_TRUE(URI("http://h/a") != URI("http://a/h") && URI("http://:p@h") == URI("http://h"));
+}
+
 TEST(Serialiser, ComparesTextsByUnsignedBytesThenByLength) {
     EXPECT_LT(URI::Compare("ab", "abc", true), 0);
     EXPECT_EQ(URI::Compare("ABC", "abc", false), 0);
@@ -64,7 +77,7 @@ TEST(Serialiser, ComparesAndConvertsTheTextOfAnOverride) {
     const Renamed uri("http://h/p");
     EXPECT_EQ(uri.ToStringUTF8(), "renamed:\xE9\xE9http:");
     EXPECT_EQ(uri.ToStringUTF8Escaped(), "renamed:%E9%E9http:");
-    EXPECT_TRUE(uri == "renamed:\xE9%E9http:");
+    EXPECT_TRUE(uri == "renamed:\xE9%E9http:" && uri == Renamed("http://h/p") && uri != URI("http://h/p"));
 }
 
 TEST(EncodedForm, NormalizingReadsEscapesAsBytesOfTheEncoding) {

@@ -113,6 +113,11 @@ TEST(Escaping, BlocksGiveWhatSingleBytesGive) {
             ASSERT_EQ(FastEscapeChars(exact.View(), *set), EscapeSlowly(text, members)) << text;
         }
         ASSERT_EQ(UnescapeText(exact.View()), UnescapeSlowly(text, false)) << text;
+        const std::string escaped = EscapeSlowly(UnescapeSlowly(text, false), URI::URIexcluded);
+        ASSERT_EQ(IsEscapedBy(exact.View(), URIexcludedBitMap), escaped == text) << text;
+        ASSERT_TRUE(IsEscapedBy(escaped, URIexcludedBitMap)) << escaped;
+        const std::string list = Generated::Text(random, alphabets[random() % alphabets.size()], 2000);
+        ASSERT_EQ(URI::EscapeChars(text, list), EscapeSlowly(text, list + URI::URIcontrol + '\0')) << text << list;
     }
 }
 

@@ -231,6 +231,22 @@ TEST(References, EveryShortPathResolvesByTheDefinition) {
     });
 }
 
+TEST(References, ARelativePathFoundAsAnEditIsTheOneFoundByWalking) {
+    std::size_t edits = 0;
+    Generated::EveryText("ab/.", 5, [&](const std::string& rest) {
+        Generated::EveryText("a/", 6, [&](const std::string& base) {
+            std::string target = '/' + rest;
+            if (const auto edit = Internal::FindRelativeEdit(target, base)) {
+                ++edits;
+                Internal::MakeEdit(target, *edit);
+                const std::string directory = base.substr(0, base.rfind('/') + 1);
+                ASSERT_EQ(target, Internal::RelativePath('/' + rest, directory, true)) << rest << ' ' << base;
+            }
+        });
+    });
+    EXPECT_GT(edits, 1000U);
+}
+
 TEST(References, PathsSplitAndJoin) {
     std::vector<std::string> list;
     bool leading = false, trailing = true;
@@ -258,6 +274,8 @@ TEST(References, AReferenceLeadsFromTheBaseToTheTarget) {
              {"http://h/a", "http://h", "a"},
              {"http://h/a//../b", "http://h/", "a/../b"},
              {"http://h/a:b", "http://h/", "a%3Ab"},
+             {"http://h/a?%4", "http://h/b", "a?%254"},
+             {"http://h%61/a", "http://HA/b", "a"},
              {"http://h:80/a", "http://h/a", nullptr},
              {"http://h/a", "a", nullptr},
              {"a/b", "http://h/a", "a/b"},
