@@ -46,7 +46,7 @@ public:
 private:
     /// Most names are short. Then one block shows the slash, the dot, and that no escape is near; if not, false.
     bool FindInLastBlock(std::string_view path) noexcept {
-        const auto [block, blockStart, fresh] = BlockedText<Block16>(path).At(path.size());
+        const auto [block, blockStart, fresh] = BlockedText<Block16>(path).At(path.empty() ? 0 : path.size() - 1);
         const auto start = static_cast<std::size_t>(std::bit_width(block.Equals('/')));
         // An escape takes two more bytes, and one of them may be the slash: "%4/" is one.
         const std::size_t near = start < 3 ? 0 : start - 3;

@@ -97,6 +97,31 @@ void AddPathGrowth() {
             return target;
         };
     });
+    AddGrowthCases("uri/growth of MakeRelativeURI, escapes", kSizes, [](std::size_t size) {
+        return [base = Deep(size, "%20east"), uri = Deep(size, "%20west"),
+                target = Lum::URI()]() mutable -> const Lum::URI& {
+            target = uri;
+            target.MakeRelativeURI(base, true);
+            return target;
+        };
+    });
+    AddGrowthCases("uri/growth of IsUnderDirectory", kSizes, [](std::size_t size) {
+        return [uri = Deep(size, "")] { return uri.IsUnderDirectory("elsewhere"); };
+    });
+    AddGrowthCases("uri/growth of SplitPath and JoinPath", kSizes, [](std::size_t size) {
+        return [path = Deep(size, "").GetPath()] {
+            std::vector<std::string> segments;
+            Lum::URI::SplitPath(path, segments);
+            return Lum::URI::JoinPath(segments, true, false);
+        };
+    });
+    AddGrowthCases("uri/growth of NormalizeEncoding", kSizes, [](std::size_t size) {
+        return [path = Deep(size, "%A0").ToString(false)] {
+            std::string text = path;
+            Lum::URI::NormalizeEncoding(text, "iso-8859-1");
+            return text;
+        };
+    });
     AddGrowthCases("uri/growth of GetCommonParent", kSizes, [](std::size_t size) {
         return [a = Deep(size, "east"), b = Deep(size, "west")] { return a.GetCommonParent(b, true); };
     });
@@ -120,6 +145,15 @@ void AddQueryGrowth() {
             uri.SetQueryByMap(map);
             return uri;
         };
+    });
+    AddGrowthCases("uri/growth of SetQueryValue", kSizes, [](std::size_t size) {
+        return [uri = ManyPairsUri(size)]() mutable -> const Lum::URI& {
+            uri.SetQueryValue("key5", "a value");
+            return uri;
+        };
+    });
+    AddGrowthCases("uri/growth of GetQueryValue", kSizes, [](std::size_t size) {
+        return [uri = ManyPairsUri(size), value = std::string()]() mutable { return uri.GetQueryValue("key5", value); };
     });
 }
 
