@@ -142,12 +142,12 @@ std::string EscapeMembers(std::string&& text, const Set& set) {
     return clean == text.size() ? std::move(text) : EscapeFrom(text, clean, set);
 }
 
-/// NUL, the controls and the bytes that a caller lists. Has what EscapeSet has, but is quick to make: a set of this
-/// kind is used once.
+/// NUL, the controls and the bytes that a caller lists. Answers as an EscapeSet does, but is quick to make: a set of
+/// this kind is used once.
 class ListedBytes {
 public:
     explicit ListedBytes(std::string_view list) noexcept {
-        std::fill_n(m_Members.begin(), ' ', kMember);
+        std::fill_n(m_Members.begin(), 0x20, kMember);
         m_Members[0x7F] = kMember;
         for (const char c : list) {
             m_Members[static_cast<unsigned char>(c)] = kMember;
