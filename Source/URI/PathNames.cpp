@@ -1,7 +1,4 @@
 // The last component of the path: its name, its extension, and whether it is a directory.
-#include <bit>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,8 +6,6 @@
 #include <Lum/URI.h>
 
 #include "Source/Base/Ascii.h"
-#include "Source/Base/Block16.h"
-#include "Source/Base/ByteSearch.h"
 #include "Source/URI/Escaping.h"
 #include "Source/URI/Paths.h"
 
@@ -20,49 +15,12 @@ using namespace Internal;
 
 namespace {
 
-/// The last segment of the unescaped path, and where its last dot is.
-class LastName {
-public:
-    explicit LastName(std::string_view path) {
-        if (!FindInLastBlock(path)) {
-            if (FindFirst(path, '%') != std::string_view::npos) {
-                m_Text = UnescapeText(path);
-                path = m_Text;
-            }
-            m_Name = LastSegment(path);
-            m_Dot = FindLast(m_Name, '.');
-        }
-    }
-    LastName(const LastName&) = delete;
-    LastName& operator=(const LastName&) = delete;
-
-    [[nodiscard]] std::string_view Whole() const noexcept { return m_Name; }
-    [[nodiscard]] std::string_view BeforeLastDot() const noexcept { return m_Name.substr(0, m_Dot); }
-    /// From the last dot on. Empty if there is no dot or if it is the first character, which marks a hidden name.
-    [[nodiscard]] std::string_view Extension() const noexcept {
-        return m_Dot == std::string_view::npos || m_Dot == 0 ? std::string_view{} : m_Name.substr(m_Dot);
-    }
-
-private:
-    /// Most names are short. Then one block shows the slash, the dot, and that no escape is near; if not, false.
-    bool FindInLastBlock(std::string_view path) noexcept {
-        const auto [block, blockStart, fresh] = BlockedText<Block16>(path).At(path.empty() ? 0 : path.size() - 1);
-        const auto start = static_cast<std::size_t>(std::bit_width(block.Equals('/')));
-        // An escape takes two more bytes, and one of them may be the slash: "%4/" is one.
-        const std::size_t near = start < 3 ? 0 : start - 3;
-        if (block.Equals('%') >> near != 0 || (start < 3 && blockStart != 0)) {
-            return false;
-        }
-        m_Name = path.substr(blockStart + start);
-        const std::uint32_t dots = block.Equals('.') >> start;
-        m_Dot = dots == 0 ? std::string_view::npos : static_cast<std::size_t>(std::bit_width(dots)) - 1;
-        return true;
-    }
-
-    std::string m_Text;
-    std::string_view m_Name;
-    std::size_t m_Dot = std::string_view::npos;
-};
+/// The part of a name from its last dot on. Empty if there is no dot or if it is the first character, which marks a
+/// hidden name.
+std::string_view ExtensionOf(std::string_view name) noexcept {
+    const std::size_t dot = FindLast(name, '.');
+    return dot == std::string_view::npos || dot == 0 ? std::string_view{} : name.substr(dot);
+}
 
 std::string_view WithoutDot(std::string_view extension) noexcept {
     return extension.starts_with('.') ? extension.substr(1) : extension;
@@ -76,18 +34,23 @@ URI::StringProxy URI::GetFilename(bool withoutExtension) const {
     if (IsDirectory()) {
         return "";
     }
-    const LastName name(m_Path);
-    // Compatibility: a leading dot counts here, unlike for the extension, so that ".profile" leaves nothing.
-    // A change would change the file names that callers build from the stem.
-    return withoutExtension ? name.BeforeLastDot() : name.Whole();
+    const UnescapedView path(m_Path);
+    std::string_view name = LastSegment(path.Get());
+    if (withoutExtension) {
+        // Compatibility: a leading dot counts here, unlike for the extension, so that ".profile" leaves nothing.
+        // A change would change the file names that callers build from the stem.
+        name = name.substr(0, FindLast(name, '.'));
+    }
+    return name;
 }
 
 URI::StringProxy URI::GetExtension(bool withoutDot) const {
     if (IsDirectory()) {
         return "";
     }
-    const LastName name(m_Path);
-    return withoutDot ? WithoutDot(name.Extension()) : name.Extension();
+    const UnescapedView path(m_Path);
+    const std::string_view extension = ExtensionOf(LastSegment(path.Get()));
+    return withoutDot ? WithoutDot(extension) : extension;
 }
 
 URI::StringProxy URI::GetLastPathComponent() const {

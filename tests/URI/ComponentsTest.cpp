@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "tests/Allocations.h"
-#include "tests/Generated.h"
 #include "tests/URI/Exposed.h"
 
 namespace {
@@ -156,21 +155,6 @@ TEST(Components, ThePathNamesAFileOrADirectory) {
         EXPECT_TRUE(URI("http://h/b.txt").IsOfFileType(type) && !URI("http://h/b.txt/").IsOfFileType(type)) << type;
     }
     EXPECT_FALSE(URI("http://h/b").IsOfFileType("") || URI("http://h/b.").IsOfFileType("."));
-}
-
-TEST(Components, ANameIsFoundAsInTheUnescapedPath) {
-    Generated::EveryText("a/.%4", 5, [](const std::string& end) {
-        for (const std::string start : {"", "/abcdefghij", "/abcdefghijklm/"}) {
-            Exposed uri;
-            uri.m_Path = start + end;
-            const std::string path = uri.IsDirectory() ? "" : std::string(URI::Unescape(uri.m_Path, false));
-            const std::string name = path.substr(path.rfind('/') + 1);
-            const std::size_t dot = name.rfind('.');
-            ASSERT_EQ(uri.GetFilename(false), name) << uri.m_Path;
-            ASSERT_EQ(uri.GetFilename(true), name.substr(0, dot)) << uri.m_Path;
-            ASSERT_EQ(uri.GetExtension(false), dot + 1 > 1 ? name.substr(dot) : "") << uri.m_Path;
-        }
-    });
 }
 
 TEST(Components, TheQueryIsReadAndWrittenAsPairs) {
