@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Allocations.h"
+#include "Counting.h"
 
 namespace Bench {
 
@@ -46,7 +47,9 @@ void Measure(benchmark::State& state, Inputs& inputs, Call call, Count count) {
     };
     pass();
     for ([[maybe_unused]] auto iteration : state) {
+        ToggleCount();
         pass();
+        ToggleCount();
     }
     const auto calls = static_cast<double>(inputs.size());
     state.counters[kUnitsCounter] = calls;
@@ -70,7 +73,9 @@ benchmark::internal::Benchmark* Register(const std::string& caseName, const std:
                                          benchmark::IterationCount fixed = 0) {
     CaseNames().push_back(caseName + "/" + subject);
     auto* const registered = benchmark::RegisterBenchmark(CaseNames().back().c_str(), run);
-    if (fixed != 0) {
+    if (kCounts) {
+        registered->Iterations(1);
+    } else if (fixed != 0) {
         registered->Iterations(fixed);
     }
     return registered;
@@ -103,20 +108,27 @@ void AddPreparedCase(const std::string& caseName, const std::string& subject, co
 
 /// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the
 /// size and gives what is to be called, everything that it works on being made; the figure is
-/// for one element.
+/// for one element. Where instructions are counted, the sizes are the middle one and twice that.
 template <class Prepare>
 void AddGrowthCases(const std::string& operation, const std::vector<std::size_t>& sizes, Prepare prepare) {
-    for (const std::size_t size : sizes) {
+    const std::size_t middle = sizes[sizes.size() / 2];
+    for (const std::size_t size : kCounts ? std::vector{middle, 2 * middle} : sizes) {
         GrowthNames().push_back(operation + "/" + std::to_string(size));
-        benchmark::RegisterBenchmark(GrowthNames().back().c_str(), [size, prepare](benchmark::State& state) {
+        const auto run = [size, prepare](benchmark::State& state) {
             auto call = prepare(size);
             call();
             for ([[maybe_unused]] auto iteration : state) {
+                ToggleCount();
                 decltype(auto) result = call();
                 benchmark::DoNotOptimize(result);
+                ToggleCount();
             }
             state.counters[kUnitsCounter] = static_cast<double>(size);
-        });
+        };
+        auto* const registered = benchmark::RegisterBenchmark(GrowthNames().back().c_str(), run);
+        if (kCounts) {
+            registered->Iterations(1);
+        }
     }
 }
 

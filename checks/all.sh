@@ -66,6 +66,7 @@ check "a static library defines only the reviewed names outside Lum" checks/symb
 check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the sample files are what their script writes" samples
+check "no case needs more instructions than are committed" ./dev bench --counts
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
 check "clang++, thread sanitizer: what several threads do" threads
 check "fuzz properties, two seconds each" ./dev fuzz all 2

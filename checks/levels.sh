@@ -22,7 +22,7 @@ cstring/host|cstring cstring/host Source/Base Platform Platform/TextEncoding Pla
 tools/lum|tools/lum include
 examples|include
 fuzz|fuzz tests include
-benchmarks|benchmarks include
+benchmarks|benchmarks include Source/Base
 tests|tests Source/Base Source/Mutex Source/Transcoder Source/TimeStamp Source/URI cstring cstring/host Mac Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
 include/Lum|include
 '

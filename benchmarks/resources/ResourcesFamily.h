@@ -68,12 +68,15 @@ void AddOpenCase(const std::string& subject, Prepare prepare, Open open) {
         kOpen, subject,
         [prepare, open](benchmark::State& state) {
             std::vector<decltype(prepare())> prepared;
-            for (benchmark::IterationCount i = 0; i < count; ++i) {
+            for (benchmark::IterationCount i = 0; i < count + 1; ++i) {
                 prepared.push_back(prepare());
             }
             auto next = prepared.begin();
+            open(*next++);
             for ([[maybe_unused]] auto iteration : state) {
+                ToggleCount();
                 open(*next++);
+                ToggleCount();
             }
             state.counters[kUnitsCounter] = 1;
         },

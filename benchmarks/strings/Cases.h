@@ -141,8 +141,10 @@ void AddTokenise(const std::string& subject, const Inputs& inputs, const Rows& r
             const auto count = static_cast<double>(tokenise(text));
             const auto kept = HeapBytes() - before;
             for ([[maybe_unused]] auto iteration : state) {
+                ToggleCount();
                 auto result = tokenise(text);
                 benchmark::DoNotOptimize(result);
+                ToggleCount();
             }
             state.counters[kUnitsCounter] = count;
             if (areKept) {
