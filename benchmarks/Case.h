@@ -32,6 +32,7 @@ inline std::vector<std::string>& GrowthNames() {
 inline constexpr const char* kUnitsCounter = "units";
 inline constexpr const char* kAllocationsCounter = "allocations";
 inline constexpr const char* kKeptCounter = "kept bytes";
+inline constexpr const char* kHeldCounter = "held bytes";
 
 enum class Count { Time, TimeAndAllocations, TimeAndKeptBytes };
 
@@ -104,6 +105,37 @@ void AddPreparedCase(const std::string& caseName, const std::string& subject, co
         Measure(state, prepared, call, count);
     };
     Register(caseName, subject, run, fixed);
+}
+
+/// Adds a case that tells how many bytes an object holds, its own size included: `make` makes one of an input,
+/// many stay at a time, and `release` is called for each before all go.
+template <class Input, class Make, class Release>
+void AddHeldCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Make make,
+                 Release release) {
+    constexpr std::size_t count = 10'000;
+    const auto run = [&inputs, make, release](benchmark::State& state) {
+        for ([[maybe_unused]] auto iteration : state) {
+            const auto before = HeapBytes();
+            ToggleCount();
+            std::vector<decltype(make(inputs.front()))> objects;
+            objects.reserve(count);
+            for (std::size_t i = 0; i < count; ++i) {
+                objects.push_back(make(inputs[i % inputs.size()]));
+            }
+            ToggleCount();
+            state.counters[kHeldCounter] = static_cast<double>(HeapBytes() - before) / static_cast<double>(count);
+            for (auto& object : objects) {
+                release(object);
+            }
+        }
+        state.counters[kUnitsCounter] = static_cast<double>(count);
+    };
+    Register(caseName, subject, run, 1);
+}
+
+template <class Input, class Make>
+void AddHeldCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Make make) {
+    AddHeldCase(caseName, subject, inputs, make, [](auto&) {});
 }
 
 /// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the

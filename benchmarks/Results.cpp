@@ -79,6 +79,10 @@ void Collector::ReportRuns(const std::vector<Run>& runs) {
         if (const auto found = run.counters.find(kKeptCounter); found != run.counters.end()) {
             m_KeptBytes[name] = found->second.value;
         }
+        if (const auto found = run.counters.find(kHeldCounter); found != run.counters.end()) {
+            // Pools that earlier repetitions have filled give their memory again.
+            m_HeldBytes[name] = std::max(m_HeldBytes[name], found->second.value);
+        }
     }
 }
 
@@ -102,6 +106,9 @@ std::vector<CaseResult> Collector::Cases(const std::vector<std::string>& names) 
         }
         if (const auto found = m_KeptBytes.find(name); found != m_KeptBytes.end()) {
             figure.keptBytes = found->second;
+        }
+        if (const auto found = m_HeldBytes.find(name); found != m_HeldBytes.end()) {
+            figure.heldBytes = found->second;
         }
     }
     return cases;

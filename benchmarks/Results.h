@@ -16,6 +16,7 @@ struct Figure {
     double nanoseconds = 0;  ///< A call or, in a growth case, an element; processor time.
     std::optional<double> allocations;
     std::optional<double> keptBytes;  ///< A call; never given back.
+    std::optional<double> heldBytes;  ///< An object, with all that it refers to.
 };
 
 /// A case with the figures of every subject that ran, or an operation with those of every size.
@@ -50,6 +51,7 @@ private:
     std::map<std::string, std::vector<double>> m_Times;
     std::map<std::string, double> m_Allocations;
     std::map<std::string, double> m_KeptBytes;
+    std::map<std::string, double> m_HeldBytes;
 };
 
 /// The family's subjects that ran: the measured one, the floor, then the peers in the order of `names`.

@@ -20,6 +20,7 @@ constexpr std::size_t kRatioWidth = 6;
 const std::string kDivider = " |";
 constexpr const char* kAllocationsRow = "  allocations a call";
 constexpr const char* kKeptRow = "  bytes kept a call";
+constexpr const char* kHeldRow = "  bytes held an object";
 
 std::string Describe(const Verdict& verdict) {
     const Goal& goal = verdict.goal;
@@ -153,6 +154,9 @@ void PrintTable(std::ostream& out, const Family& family, const std::vector<CaseR
         if (Has(result, &Figure::keptBytes)) {
             lines.push_back(CountsLine(result, layout, kKeptRow, &Figure::keptBytes, 0));
         }
+        if (Has(result, &Figure::heldBytes)) {
+            lines.push_back(CountsLine(result, layout, kHeldRow, &Figure::heldBytes, 0));
+        }
         const std::vector<Verdict> verdicts = Judge(result, cases, family.goals);
         lines.resize(std::max(lines.size(), verdicts.size()));
         for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -196,6 +200,9 @@ nlohmann::json ToJson(const Family& family, const std::vector<CaseResult>& cases
             }
             if (figure.keptBytes) {
                 cell["kept_bytes"] = *figure.keptBytes;
+            }
+            if (figure.heldBytes) {
+                cell["held_bytes"] = *figure.heldBytes;
             }
         }
         for (const Verdict& verdict : Judge(result, cases, family.goals)) {

@@ -108,13 +108,18 @@ void AddReplace(const std::string& subject, const Inputs& inputs, const Rows& ro
 
 template <class Ops>
 void AddMid(const std::string& subject, const Inputs& inputs, const Rows& rows) {
-    const auto mid = [first = 0](const typename Ops::Text& text) mutable {
-        first = first < 900 ? first + 37 : 0;
-        auto part = Ops::Mid(text, first, 50);
-        Ops::BeforeItGoes(part);
-        return part;
+    const auto add = [&](const std::string& caseName, int count) {
+        const auto mid = [first = 0, count](const typename Ops::Text& text) mutable {
+            first = first < 900 ? first + 37 : 0;
+            auto part = Ops::Mid(text, first, count);
+            Ops::BeforeItGoes(part);
+            return part;
+        };
+        AddPreparedCase(caseName + rows.suffix, subject, inputs.thousands, Make<Ops>, mid, rows.Counts(),
+                        rows.Iterations(8));
     };
-    AddPreparedCase(kMid + rows.suffix, subject, inputs.thousands, Make<Ops>, mid, rows.Counts(), rows.Iterations(8));
+    add(kMidOf5, 5);
+    add(kMid, 50);
 }
 
 /// The figure is for one token.
@@ -176,6 +181,13 @@ void AddCopy(const std::string& subject, const Inputs& inputs) {
 }
 
 template <class Ops>
+void AddHold(const std::string& subject, const Inputs& inputs) {
+    for (const TextCase& c : inputs.held) {
+        AddHeldCase(c.constructName, subject, c.texts, Make<Ops>, Ops::BeforeItGoes);
+    }
+}
+
+template <class Ops>
 void AddFind(const std::string& subject, const Inputs& inputs) {
     using Text = typename Ops::Text;
     struct Prepared {
@@ -233,6 +245,7 @@ void AddComparison(const std::string& subject, const Inputs& inputs) {
 template <class Ops>
 void AddStaying(const std::string& subject, const Inputs& inputs) {
     AddCopy<Ops>(subject, inputs);
+    AddHold<Ops>(subject, inputs);
     AddFind<Ops>(subject, inputs);
     AddChangeOfCase<Ops>(subject, inputs);
     AddComparison<Ops>(subject, inputs);

@@ -98,6 +98,13 @@ Inputs MakeInputs() {
         }
         inputs.sizes.push_back(std::move(sized));
     }
+    for (const std::size_t size : {10, 60, 100}) {
+        TextCase sized{"strings/hold " + std::to_string(size), {}, {}};
+        for (std::size_t i = 0; i < count; ++i) {
+            sized.texts.push_back(Text(kProse, size, i));
+        }
+        inputs.held.push_back(std::move(sized));
+    }
     for (const std::size_t size : {kFourKilobytes, kMegabyte}) {
         inputs.searches.push_back(Searches("a word", size, kProse, u"lighthouse"));
         inputs.searches.push_back(Searches("near misses", size, kNearlyLighthouse, u"lighthouse"));

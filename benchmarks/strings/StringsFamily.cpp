@@ -43,13 +43,15 @@ std::vector<std::string> Notes() {
         "the whole text and is quadratic where the peers double; grow long texts with GetBuffer. Buffers are locked "
         "whenever they move. Kept, 65,536 units in pieces of 16 would keep 268 MB, and are not run.",
         "copy: a million times a text and run at most; a count of sharers ends at 2^31.",
+        "hold: the time is of making 10,000 and of letting them go.",
         "find: what is sought ends the text. Near misses: every word has all but one letter of it, or all but the "
         "last. Common letters: every word shares its first three.",
         "upper, then lower: in place, both counted. std::u16string's is a loop over ASCII letters, as CString's rule "
         "is, one unit at a time; QString and UnicodeString change all of Unicode's.",
-        "format: std::u16string is snprintf and widening; QString is asprintf.",
+        "format: std::u16string is snprintf and widening, absl SNPrintF and widening; QString is asprintf.",
         "growth: an element is a unit of the text searched, in which a text of half its size is sought, or a unit "
-        "appended.",
+        "appended or walked.",
+        "growth of changes: with the copy that is changed.",
     };
 }
 
@@ -64,6 +66,7 @@ void AddCases() {
         subject.addCases(subject.name, inputs);
     }
     AddGrowth();
+    AddTextGrowth();
 }
 
 const AddFamily add{{"strings", [](CLI::App&) {}, AddCases, Goals(), Notes}};

@@ -18,6 +18,7 @@ inline const std::string kKept = " kept";
 inline const std::string kAppendUnits = "strings/append a unit to 1,000";
 inline const std::string kAppendShort = "strings/append 16 units to 4,096";
 inline const std::string kAppendLong = "strings/append 16 units to 65,536";
+inline const std::string kMidOf5 = "strings/Mid of 5";
 inline const std::string kMid = "strings/Mid of 50";
 inline const std::string kCase = "strings/upper, then lower, 1,000";
 inline const std::string kEqual = "strings/equal, 1,000";
@@ -64,6 +65,7 @@ struct FormatArguments {
 
 struct Inputs {
     std::vector<TextCase> sizes;
+    std::vector<TextCase> held;  ///< Named by constructName.
     std::vector<SearchCase> searches;
     std::vector<ReplaceCase> replacements;
     std::vector<Units> thousands;  ///< Texts of 1,000 ASCII units.
@@ -88,5 +90,6 @@ struct AddSubject {
 
 /// Registers the growth table's operations.
 void AddGrowth();
+void AddTextGrowth();
 
 }  // namespace Bench::Strings

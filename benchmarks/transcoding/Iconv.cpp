@@ -25,13 +25,17 @@ public:
     /// A fresh text of at most `most` bytes, in a buffer that is not cleared.
     std::unique_ptr<char[]> Convert(const void* bytes, std::size_t size, std::size_t most) {
         std::unique_ptr<char[]> result(new char[most]);
+        Convert(bytes, size, result.get(), most);
+        return result;
+    }
+    /// Returns the end of the text.
+    char* Convert(const void* bytes, std::size_t size, char* to, std::size_t most) {
         char* from = static_cast<char*>(const_cast<void*>(bytes));
-        char* to = result.get();
         if (iconv(m_Converter, &from, &size, &to, &most) != 0 ||
             iconv(m_Converter, nullptr, nullptr, &to, &most) != 0) {
             throw std::runtime_error("iconv: a text cannot be converted");
         }
-        return result;
+        return to;
     }
 
 private:
@@ -47,6 +51,14 @@ void AddBoth(const std::string& name, const std::string& encoding, const auto& c
     AddCase(c.fromWide, name, c.wide, [fromWide, mostBytesPerUnit](const std::u16string& wide) {
         return fromWide->Convert(wide.data(), wide.size() * 2, wide.size() * mostBytesPerUnit + 8);
     });
+    AddCase(c.toWide + kIntoBuffer, name, c.narrow,
+            [toWide, buffer = BufferFor<char>(c.narrow, 2)](const std::string& bytes) mutable {
+                return toWide->Convert(bytes.data(), bytes.size(), buffer.data(), buffer.size());
+            });
+    AddCase(c.fromWide + kIntoBuffer, name, c.wide,
+            [fromWide, buffer = BufferFor<char>(c.wide, mostBytesPerUnit)](const std::u16string& wide) mutable {
+                return fromWide->Convert(wide.data(), wide.size() * 2, buffer.data(), buffer.size());
+            });
 }
 
 void AddCases(const std::string& name, const Inputs& inputs) {

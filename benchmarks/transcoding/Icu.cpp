@@ -94,13 +94,57 @@ std::string FromWide(UConverter* converter, const std::u16string& wide) {
     return bytes;
 }
 
+void AddBufferCases(const std::string& name, const UnicodeCase& c) {
+    AddCase(c.toWide + kIntoBuffer, name, c.narrow,
+            [buffer = BufferFor<char16_t>(c.narrow, 1)](const std::string& bytes) mutable {
+                UErrorCode error = U_ZERO_ERROR;
+                std::int32_t size = 0;
+                u_strFromUTF8(buffer.data(), static_cast<std::int32_t>(buffer.size()), &size, bytes.data(),
+                              static_cast<std::int32_t>(bytes.size()), &error);
+                Require(error);
+                return size;
+            });
+    AddCase(c.fromWide + kIntoBuffer, name, c.wide,
+            [buffer = BufferFor<char>(c.wide, 3)](const std::u16string& wide) mutable {
+                UErrorCode error = U_ZERO_ERROR;
+                std::int32_t size = 0;
+                u_strToUTF8(buffer.data(), static_cast<std::int32_t>(buffer.size()), &size, wide.data(),
+                            static_cast<std::int32_t>(wide.size()), &error);
+                Require(error);
+                return size;
+            });
+}
+
+void AddBufferCases(const std::string& name, const EncodingCase& c, const std::shared_ptr<UConverter>& converter) {
+    AddCase(c.toWide + kIntoBuffer, name, c.narrow,
+            [converter, buffer = BufferFor<char16_t>(c.narrow, 1)](const std::string& bytes) mutable {
+                UErrorCode error = U_ZERO_ERROR;
+                const auto size =
+                    ucnv_toUChars(converter.get(), buffer.data(), static_cast<std::int32_t>(buffer.size()),
+                                  bytes.data(), static_cast<std::int32_t>(bytes.size()), &error);
+                Require(error);
+                return size;
+            });
+    AddCase(c.fromWide + kIntoBuffer, name, c.wide,
+            [converter, buffer = BufferFor<char>(c.wide, 8)](const std::u16string& wide) mutable {
+                UErrorCode error = U_ZERO_ERROR;
+                const auto size =
+                    ucnv_fromUChars(converter.get(), buffer.data(), static_cast<std::int32_t>(buffer.size()),
+                                    wide.data(), static_cast<std::int32_t>(wide.size()), &error);
+                Require(error);
+                return size;
+            });
+}
+
 void AddOpenCases(const std::string& name, const Inputs& inputs) {
     for (const UnicodeCase& c : inputs.unicode) {
+        AddBufferCases(name, c);
         AddCase(c.toWide, name, c.narrow, FromUTF8);
         AddCase(c.fromWide, name, c.wide, ToUTF8);
     }
     for (const EncodingCase& c : inputs.encodings) {
         const std::shared_ptr<UConverter> converter = Open(c.encoding);
+        AddBufferCases(name, c, converter);
         AddCase(c.toWide, name, c.narrow, [=](const std::string& bytes) { return ToWide(converter.get(), bytes); });
         AddCase(c.fromWide, name, c.wide, [=](const std::u16string& wide) { return FromWide(converter.get(), wide); });
     }

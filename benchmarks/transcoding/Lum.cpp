@@ -2,6 +2,11 @@
 #include <Lum/Transcoder.h>
 
 #include <barrier>
+#include <bit>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string_view>
 #include <thread>
 
 #include "Case.h"
@@ -50,12 +55,34 @@ void AddThreadCase(const std::string& caseName, const std::string& name, const s
     })->UseRealTime();
 }
 
+/// The stream converter, which is there and writes where it is told to.
+template <class Text>
+void AddBufferCase(const std::string& caseName, const std::string& name, const std::vector<Text>& texts,
+                   const std::string& from, const std::string& to, std::size_t mostBytesPerUnit) {
+    const auto converter = std::make_shared<Lum::StreamConverter>(from, to);
+    AddCase(caseName + kIntoBuffer, name, texts,
+            [converter, buffer = BufferFor<char>(texts, mostBytesPerUnit)](const Text& text) mutable {
+                const std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof text[0]);
+                const Lum::ConversionResult made = converter->Convert(bytes, buffer);
+                const Lum::ConversionResult end = converter->Finish(std::span(buffer).subspan(made.written));
+                if (made.status != Lum::ConversionStatus::kDone || end.status != Lum::ConversionStatus::kDone) {
+                    throw std::runtime_error("Lum: a text cannot be converted");
+                }
+                return made.written + end.written;
+            });
+}
+
 void AddCases(const std::string& name, const Inputs& inputs) {
+    const std::string wide = std::endian::native == std::endian::little ? "utf-16le" : "utf-16be";
     for (const UnicodeCase& c : inputs.unicode) {
+        AddBufferCase(c.toWide, name, c.narrow, "utf-8", wide, 2);
+        AddBufferCase(c.fromWide, name, c.wide, wide, "utf-8", 3);
         AddCase(c.toWide, name, c.narrow, Transcoder::UTF8ToUTF16);
         AddCase(c.fromWide, name, c.wide, Transcoder::UTF16ToUTF8);
     }
     for (const EncodingCase& c : inputs.encodings) {
+        AddBufferCase(c.toWide, name, c.narrow, c.encoding, wide, 2);
+        AddBufferCase(c.fromWide, name, c.wide, wide, c.encoding, 8);
         AddCase(c.toWide, name, c.narrow,
                 [&c](const std::string& bytes) { return Transcoder::EncodingToUTF16(bytes, c.encoding); });
         AddCase(c.fromWide, name, c.wide,

@@ -28,6 +28,14 @@ void AddKernelCases(Kernel kernel, const std::string& name, const Inputs& inputs
     for (const UnicodeCase& c : inputs.unicode) {
         AddCase(c.toWide, name, c.narrow, [kernel](const std::string& text) { return ToWide(kernel, text); });
         AddCase(c.fromWide, name, c.wide, [kernel](const std::u16string& wide) { return FromWide(kernel, wide); });
+        AddCase(c.toWide + kIntoBuffer, name, c.narrow,
+                [kernel, buffer = BufferFor<char16_t>(c.narrow, 1)](const std::string& text) mutable {
+                    return kernel->convert_utf8_to_utf16le(text.data(), text.size(), buffer.data());
+                });
+        AddCase(c.fromWide + kIntoBuffer, name, c.wide,
+                [kernel, buffer = BufferFor<char>(c.wide, 3)](const std::u16string& wide) mutable {
+                    return kernel->convert_utf16le_to_utf8(wide.data(), wide.size(), buffer.data());
+                });
     }
 }
 

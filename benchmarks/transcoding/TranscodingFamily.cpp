@@ -47,6 +47,7 @@ std::vector<Goal> Goals() {
 
 struct State {
     std::string folder;
+    std::vector<Script> scripts;
     Inputs inputs;
 };
 
@@ -57,7 +58,8 @@ State& TheState() {
 
 void AddCases() {
     State& state = TheState();
-    for (const Script& script : Scripts(state.folder)) {
+    state.scripts = Scripts(state.folder);
+    for (const Script& script : state.scripts) {
         for (const Size& size : kSizes) {
             UnicodeCase made{CaseName(script.name, size.name, "to"),
                              CaseName(script.name, size.name, "from"),
@@ -78,6 +80,7 @@ void AddCases() {
     for (const Subject& subject : Subjects()) {
         subject.addCases(subject.name, state.inputs);
     }
+    AddGrowth(state.scripts);
 }
 
 void AddOptions(CLI::App& app) {
@@ -92,6 +95,9 @@ std::vector<std::string> Notes() {
         "ICU is u_strFromUTF8 and u_strToUTF8 into a buffer that is not cleared and, for encodings, an open "
         "converter in pieces of 1024 bytes. \"ICU cached\" is a converter from a map behind a lock, given back "
         "afterwards. iconv is an open converter. Qt is QString, for UTF-8 alone.",
+        "into a buffer: Lum is an open StreamConverter, Qt QStringDecoder and QStringEncoder, ICU's converters are "
+        "called once for the whole text.",
+        "growth: an element is a byte of the text in UTF-8.",
         "threads: the time of the clock on the wall, divided by the calls of all threads."};
 }
 

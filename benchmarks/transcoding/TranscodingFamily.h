@@ -1,9 +1,11 @@
 // The cases of the transcoding family, what they work on, and the subjects that have them.
 //
 // Every text is given in the subject's own string type and comes back as a fresh one, so that no
-// conversion but the one measured is charged to anybody.
+// conversion but the one measured is charged to anybody. Each case has a second row, in which it is written
+// into a buffer that is there and large enough.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -48,6 +50,19 @@ struct Script {
 /// `utf8` in an encoding, without the characters that some subject converts otherwise; both forms.
 [[nodiscard]] EncodingCase Encoded(const std::string& encoding, const std::string& script, const std::string& utf8);
 
+/// Behind a case's name: the row of those who write into a ready buffer.
+inline const std::string kIntoBuffer = ", into a buffer";
+
+/// A buffer with room for any of `texts` when each of its elements becomes up to `most` of the buffer's.
+template <class To, class From>
+std::vector<To> BufferFor(const std::vector<From>& texts, std::size_t most) {
+    std::size_t size = 0;
+    for (const From& text : texts) {
+        size = std::max(size, text.size());
+    }
+    return std::vector<To>(size * most + 64);
+}
+
 struct Subject {
     std::string name;
     /// Registers the subject's cases under `name`; `inputs` outlives them.
@@ -60,6 +75,9 @@ std::vector<Subject>& Subjects();
 struct AddSubject {
     explicit AddSubject(Subject subject) { Subjects().push_back(std::move(subject)); }
 };
+
+/// Registers the growth table's operations; `scripts` outlives them.
+void AddGrowth(const std::vector<Script>& scripts);
 
 inline const std::string kOneThread = "transcoding/100 B, 1 thread";
 inline const std::string kTwoThreads = "transcoding/100 B, 2 threads";

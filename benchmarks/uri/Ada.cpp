@@ -19,8 +19,10 @@ void AddCases(const std::string& name, const Inputs& inputs) {
     for (const std::string& parse : {kParseFresh, kParseOneStep, kParseReused}) {
         AddCase(parse, name, inputs.urls, Parse);
     }
+    AddHeldCase(kHold, name, inputs.accepted, Parse);
+    AddPreparedCase(kCopy, name, inputs.accepted, Parse, [](const Parsed& url) { return Parsed(url); });
     for (const ResolveCase& c : inputs.resolves) {
-        for (const std::string& resolve : {c.freshName, c.reusedName}) {
+        for (const std::string& resolve : {c.freshName, c.reusedName, c.absoluteName}) {
             AddCase(resolve, name, c.references, [base = Parse(c.base)](const std::string& reference) {
                 return ada::parse<ada::url_aggregator>(reference, base ? &*base : nullptr);
             });

@@ -55,6 +55,12 @@ void AddCases(const std::string& name, const Inputs& inputs) {
     AddCase(kParseReused, name, inputs.urls,
             [url = boost::urls::url()](const std::string& text) mutable { return Reparse(url, text); });
     AddPreparedCase(kPrint, name, inputs.accepted, Parse, Print);
+    AddHeldCase(kHold, name, inputs.accepted, Parse);
+    AddPreparedCase(kCopy, name, inputs.accepted, Parse,
+                    [](const boost::urls::url& url) { return boost::urls::url(url); });
+    AddPreparedCase(
+        kEqual, name, inputs.accepted, [](const std::string& text) { return std::pair(Parse(text), Parse(text)); },
+        [](const std::pair<boost::urls::url, boost::urls::url>& urls) { return urls.first == urls.second; });
     for (const ResolveCase& c : inputs.resolves) {
         const boost::urls::url base = Parse(c.base);
         AddCase(c.freshName, name, c.references,

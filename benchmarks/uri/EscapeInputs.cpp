@@ -29,6 +29,13 @@ std::vector<TextCase> EscapeCases() {
             {"uri/escape short", ShortTexts()}};
 }
 
+const char* const kEscapedSet = R"( !"#$%&'()*+,/:;<=>?@[\]^`{|})";
+
+std::vector<TextCase> SetEscapeCases() {
+    return {{"uri/escape a set, mixed", MixedTexts(kTextCount, kMixedSize)},
+            {"uri/escape a set, clean", CleanTexts(kTextCount, kCleanSize)}};
+}
+
 std::vector<TextCase> UnescapeCases() {
     return {{"uri/unescape mixed", EscapedTexts(MixedTexts(kTextCount, kMixedSize), kMixedSize)},
             {"uri/unescape clean", CleanTexts(kTextCount, kCleanSize)},

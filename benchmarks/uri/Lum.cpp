@@ -39,6 +39,11 @@ void AddResolveCases(const std::string& name, const ResolveCase& c) {
             return target;
         },
         Count::TimeAndAllocations);
+    AddCase(c.absoluteName, name, c.references, [base = Parse(c.base)](const std::string& reference) {
+        Lum::URI target = Parse(reference);
+        target.MakeAbsoluteURI(base);
+        return target;
+    });
 }
 
 std::map<std::string, std::string> ToMap(const Lum::URI& uri) {
@@ -85,12 +90,29 @@ void AddCases(const std::string& name, const Inputs& inputs) {
         kParseReused, name, inputs.urls,
         [uri = Lum::URI()](const std::string& text) mutable { return uri.ParseURI(text); }, Count::TimeAndAllocations);
     AddPreparedCase(kPrint, name, inputs.accepted, Parse, [](const Lum::URI& uri) { return uri.ToString(false); });
+    AddHeldCase(kHold, name, inputs.accepted, Parse);
+    AddPreparedCase(kCopy, name, inputs.accepted, Parse, [](const Lum::URI& uri) { return Lum::URI(uri); });
+    AddPreparedCase(
+        kEqual, name, inputs.accepted, [](const std::string& text) { return std::pair(Parse(text), Parse(text)); },
+        [](const std::pair<Lum::URI, Lum::URI>& uris) { return uris.first == uris.second; });
+    AddPreparedCase(
+        kMakeRelative, name, inputs.neighbours,
+        [](const Neighbours& both) { return std::pair(Parse(both.base), Parse(both.target)); },
+        [](const std::pair<Lum::URI, Lum::URI>& uris) {
+            Lum::URI reference(uris.second);
+            reference.MakeRelativeURI(uris.first, true);
+            return reference;
+        });
     // The results stay in the type that they come in: its user reads the string in it.
     for (const TextCase& c : inputs.escapes) {
         AddCase(c.name, name, c.texts, [](const std::string& text) { return Lum::URI::Escape(text); });
     }
     for (const TextCase& c : inputs.unescapes) {
         AddCase(c.name, name, c.texts, [](const std::string& text) { return Lum::URI::Unescape(text, false); });
+    }
+    for (const TextCase& c : inputs.setEscapes) {
+        AddCase(c.name, name, c.texts,
+                [](const std::string& text) { return Lum::URI::EscapeChars(text, kEscapedSet); });
     }
     for (const ResolveCase& c : inputs.resolves) {
         AddResolveCases(name, c);

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "Case.h"
 #include "uri/UriFamily.h"
@@ -81,6 +82,14 @@ void AddCases(const std::string& name, const Inputs& inputs) {
             [uri = Poco::URI()](const std::string& text) mutable { return Reparse(uri, text); });
     AddPreparedCase(kPrint, name, inputs.accepted, Parse,
                     [](const std::optional<Poco::URI>& uri) { return uri->toString(); });
+    AddHeldCase(kHold, name, inputs.accepted, Parse);
+    AddPreparedCase(kCopy, name, inputs.accepted, Parse,
+                    [](const std::optional<Poco::URI>& uri) { return Poco::URI(*uri); });
+    AddPreparedCase(
+        kEqual, name, inputs.accepted, [](const std::string& text) { return std::pair(Parse(text), Parse(text)); },
+        [](const std::pair<std::optional<Poco::URI>, std::optional<Poco::URI>>& uris) {
+            return *uris.first == *uris.second;
+        });
     for (const TextCase& c : inputs.escapes) {
         AddCase(c.name, name, c.texts, Escape);
     }

@@ -51,6 +51,14 @@ void AddCases(const std::string& name, const Inputs& inputs) {
     AddPreparedCase(
         kPrint, name, inputs.accepted, [](const std::string& text) { return Parse(Text(text)); },
         [](const QUrl& url) { return url.toString(QUrl::FullyEncoded); });
+    AddHeldCase(kHold, name, inputs.accepted, [](const std::string& text) { return Parse(Text(text)); });
+    AddPreparedCase(
+        kEqual, name, inputs.accepted,
+        [](const std::string& text) { return std::pair(Parse(Text(text)), Parse(Text(text))); },
+        [](const std::pair<QUrl, QUrl>& urls) { return urls.first == urls.second; });
+    for (const TextCase& c : inputs.setEscapes) {
+        AddPreparedCase(c.name, name, c.texts, Bytes, [](const QByteArray& text) { return text.toPercentEncoding(); });
+    }
     for (const TextCase& c : inputs.escapes) {
         AddPreparedCase(c.name, name, c.texts, Bytes, [](const QByteArray& text) { return text.toPercentEncoding(); });
     }

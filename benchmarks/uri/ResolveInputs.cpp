@@ -173,9 +173,30 @@ https://m.example.com/magazine/2023/05/walking-the-coast-path.html
 
 std::vector<ResolveCase> ResolveCases() {
     return {
-        {"uri/resolve appendix C", "uri/resolve appendix C reused", "http://a/b/c/d;p?q", AppendixC()},
-        {"uri/resolve page references", "uri/resolve page references reused",
+        {"uri/resolve appendix C", "uri/resolve appendix C reused", "uri/make absolute appendix C",
+         "http://a/b/c/d;p?q", AppendixC()},
+        {"uri/resolve page references", "uri/resolve page references reused", "uri/make absolute page references",
          "https://www.example.com/magazine/2023/05/walking-the-coast-path.html?from=front", Lines(kPageReferences)}};
+}
+
+std::vector<Neighbours> NeighboursOf(const std::vector<std::string>& urls) {
+    std::vector<Neighbours> neighbours;
+    for (const std::string& url : urls) {
+        const std::size_t authority = url.find("//");
+        const std::size_t path = authority == std::string::npos ? authority : url.find('/', authority + 2);
+        if (path == std::string::npos) {
+            continue;
+        }
+        const std::size_t pathEnd = std::min(url.find_first_of("?#"), url.size());
+        std::size_t folderEnd = pathEnd;
+        for (std::size_t up = neighbours.size() % 3 + 1; up > 0 && folderEnd > path + 1; --up) {
+            folderEnd = url.rfind('/', folderEnd - 2);
+            folderEnd = folderEnd == std::string::npos || folderEnd < path ? path + 1 : folderEnd + 1;
+        }
+        neighbours.push_back({url, url.substr(0, folderEnd) + "archive/notes-" +
+                                       std::to_string(neighbours.size() % 100) + ".html?page=2#top"});
+    }
+    return neighbours;
 }
 
 }  // namespace Bench::Uri

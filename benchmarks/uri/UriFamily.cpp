@@ -74,7 +74,7 @@ void FillAccepted(State& state) {
     state.inputs.accepted = Spread(common, kCachedCount);
     state.notes.push_back("URLs: " + std::to_string(state.inputs.urls.size()) + "; refused by: " + refused +
                           ". A refused URL is timed all the same.");
-    state.notes.push_back("print, name and extension: " + std::to_string(state.inputs.accepted.size()) +
+    state.notes.push_back("print, copy, compare, name and extension: " + std::to_string(state.inputs.accepted.size()) +
                           " URLs, taken evenly from the " + std::to_string(common.size()) + " that nobody refuses.");
 }
 
@@ -118,14 +118,18 @@ void AddCases() {
     });
     state.inputs.escapes = EscapeCases();
     state.inputs.unescapes = UnescapeCases();
+    state.inputs.setEscapes = SetEscapeCases();
     state.inputs.resolves = ResolveCases();
     state.inputs.queries = QueryTexts();
     state.inputs.changes = Changes(state.inputs.queries.front());
     FillAccepted(state);
+    state.inputs.neighbours = NeighboursOf(state.inputs.accepted);
     state.notes.emplace_back("Qt is QUrl for parsing and printing, QByteArray for escaping and unescaping.");
     state.notes.emplace_back(
         "escape: each subject escapes by its own rules. Lum keeps bytes from 0x80 and \"/\", \"&\" and the like, which "
         "most peers escape, so that their results are longer.");
+    state.notes.emplace_back(
+        "copy: QUrl copies only a pointer. make relative: uriparser's result are views of both texts.");
     for (const ResolveCase& c : state.inputs.resolves) {
         state.notes.push_back(Note(c));
     }
@@ -137,12 +141,14 @@ void AddCases() {
                              " pairs; a tenth of parsing the two. Most differ in the host; \"same site\" is of "
                              "those that do not.");
     state.notes.emplace_back(
-        "growth: an element is a path segment or a query pair. A std::map costs the logarithm of its size for each of "
+        "growth: an element is a path segment, a query pair or a byte of text. A std::map costs the logarithm of its "
+        "size for each of "
         "them, and more where it outgrows a cache: see the row that only fills one.");
     for (const Subject& subject : Subjects()) {
         subject.addCases(subject.name, state.inputs);
     }
     AddGrowth();
+    AddTextGrowth();
 }
 
 void AddOptions(CLI::App& app) {

@@ -17,6 +17,10 @@ inline const std::string kParseFresh = "uri/parse fresh";
 inline const std::string kParseOneStep = "uri/parse one step";
 inline const std::string kParseReused = "uri/parse reused";
 inline const std::string kPrint = "uri/print";
+inline const std::string kCopy = "uri/copy";
+inline const std::string kHold = "uri/hold a URL";
+inline const std::string kEqual = "uri/compare equal";
+inline const std::string kMakeRelative = "uri/make relative";
 inline const std::string kQueryToMap = "uri/query to map";
 inline const std::string kSetQueryKey = "uri/query set key";
 inline const std::string kNameAndExtension = "uri/name and extension";
@@ -33,10 +37,17 @@ struct TextCase {
 
 /// References, and the base that each of them is resolved against.
 struct ResolveCase {
-    std::string freshName;   ///< "family/case": every result is an object of its own.
-    std::string reusedName;  ///< "family/case": one object takes all results, the base copied to it first.
+    std::string freshName;     ///< "family/case": every result is an object of its own.
+    std::string reusedName;    ///< "family/case": one object takes all results, the base copied to it first.
+    std::string absoluteName;  ///< "family/case": a parsed reference is made absolute, with its parsing.
     std::string base;
     std::vector<std::string> references;
+};
+
+/// A URL, and another of the same site that a reference is to lead to.
+struct Neighbours {
+    std::string base;
+    std::string target;
 };
 
 using QueryPair = std::pair<std::string, std::string>;
@@ -60,6 +71,9 @@ struct Inputs {
     std::vector<std::string> accepted;
     std::vector<TextCase> escapes;
     std::vector<TextCase> unescapes;
+    /// Every ASCII character but letters, digits and "-._~" is to be escaped, by a set given with each call.
+    std::vector<TextCase> setEscapes;
+    std::vector<Neighbours> neighbours;
     std::vector<ResolveCase> resolves;
     std::vector<QueryText> queries;
     /// What the first query's keys are set to, one after the other.
@@ -87,7 +101,13 @@ struct AddSubject {
 /// The list used where none is given, a URL a line.
 extern const char* const kBuiltInUrls;
 
+/// What is escaped where a set is given.
+extern const char* const kEscapedSet;
+
 [[nodiscard]] std::vector<TextCase> EscapeCases();
+[[nodiscard]] std::vector<TextCase> SetEscapeCases();
+/// Of each URL, one that is some segments up and down from it, by rule.
+[[nodiscard]] std::vector<Neighbours> NeighboursOf(const std::vector<std::string>& urls);
 [[nodiscard]] std::vector<TextCase> UnescapeCases();
 [[nodiscard]] std::vector<ResolveCase> ResolveCases();
 [[nodiscard]] std::vector<QueryText> QueryTexts();
@@ -96,5 +116,6 @@ extern const char* const kBuiltInUrls;
 
 /// Registers the growth table's operations.
 void AddGrowth();
+void AddTextGrowth();
 
 }  // namespace Bench::Uri

@@ -101,6 +101,21 @@ void AddCases(const std::string& name, const Inputs& inputs) {
         AddCase(parse, name, inputs.urls, Parse);
     }
     AddPreparedCase(kPrint, name, inputs.accepted, Parse, Print);
+    AddHeldCase(kHold, name, inputs.accepted, Parse);
+    AddPreparedCase(
+        kEqual, name, inputs.accepted, [](const std::string& text) { return std::pair(Parse(text), Parse(text)); },
+        [](const std::pair<OwnedUri, OwnedUri>& uris) {
+            return uriEqualsUriA(&uris.first.Get(), &uris.second.Get()) == URI_TRUE;
+        });
+    AddPreparedCase(
+        kMakeRelative, name, inputs.neighbours,
+        [](const Neighbours& both) { return std::pair(Parse(both.base), Parse(both.target)); },
+        [](const std::pair<OwnedUri, OwnedUri>& uris) {
+            UriUriA reference;
+            const int made = uriRemoveBaseUriA(&reference, &uris.second.Get(), &uris.first.Get(), URI_FALSE);
+            uriFreeUriMembersA(&reference);
+            return made;
+        });
     for (const TextCase& c : inputs.escapes) {
         AddCase(c.name, name, c.texts, Escape);
     }
@@ -108,7 +123,7 @@ void AddCases(const std::string& name, const Inputs& inputs) {
         AddCase(c.name, name, c.texts, Unescape);
     }
     for (const ResolveCase& c : inputs.resolves) {
-        for (const std::string& resolve : {c.freshName, c.reusedName}) {
+        for (const std::string& resolve : {c.freshName, c.reusedName, c.absoluteName}) {
             AddCase(resolve, name, c.references,
                     [base = std::make_shared<const OwnedUri>(c.base)](const std::string& reference) {
                         return OwnedUri(*base, reference);
