@@ -41,30 +41,39 @@ std::array<Slot, kSlots>* slots = nullptr;
 /// displace one another.
 std::size_t SlotOf(unsigned int number) { return (number | (number > 8 ? 1U : 0U)) % kSlots; }
 
-/// Most files have their index in order.
+std::uint16_t NumberAt(const char* entries, std::size_t i) {
+    std::uint16_t number = 0;
+    std::memcpy(&number, entries + i * sizeof(Entry), sizeof number);
+    return number;
+}
+
+/// Most files have their index in order. Branch-free, so that the compiler makes vector code of it.
 bool IsSorted(const char* entries, std::size_t count) {
+    int signs = 0;  // negative where one number is less than the one before
     for (std::size_t i = 1; i < count; ++i) {
-        if (StrResCmp(entries + (i - 1) * sizeof(Entry), entries + i * sizeof(Entry)) > 0) {
-            return false;
-        }
+        signs |= int{NumberAt(entries, i)} - int{NumberAt(entries, i - 1)};
     }
-    return true;
+    return signs >= 0;
 }
 
 /// Copies the entry of a number, if the index has one; of the number, the low 16 bits count.
 bool FindInIndex(unsigned int number, Entry& entry) {
-    const int count = NumStrRes();
-    if (count == 0) {
-        return false;
+    // As std::bsearch, with which of several equal numbers it finds, but without its calls.
+    const auto wanted = static_cast<std::uint16_t>(number);
+    std::size_t first = 0;
+    auto last = static_cast<std::size_t>(NumStrRes());
+    while (first < last) {
+        const std::size_t middle = (first + last) / 2;
+        const std::uint16_t found = NumberAt(*gStrResTable, middle);
+        if (found == wanted) {
+            std::memcpy(&entry, *gStrResTable + middle * sizeof entry, sizeof entry);
+            return true;
+        }
+        const bool isBehind = found < wanted;
+        first = isBehind ? middle + 1 : first;
+        last = isBehind ? last : middle;
     }
-    const Entry key{static_cast<std::uint16_t>(number), 0};
-    const HandleLock lock(gStrResTable);
-    const void* const found =
-        std::bsearch(&key, *gStrResTable, static_cast<std::size_t>(count), sizeof(Entry), StrResCmp);
-    if (found != nullptr) {
-        std::memcpy(&entry, found, sizeof entry);
-    }
-    return found != nullptr;
+    return false;
 }
 
 /// The string of a single-string resource; false if there is none. One that ends too early is cut.

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 #include "Platform/Resources/Layout.h"
@@ -21,7 +23,10 @@ void SwapFields(ResType type, char* bytes, std::size_t size) {
         return;
     }
     for (std::size_t i = 0; i + 1 < size; i += 2) {
-        std::swap(bytes[i], bytes[i + 1]);
+        std::uint16_t field = 0;
+        std::memcpy(&field, bytes + i, sizeof field);
+        field = static_cast<std::uint16_t>(field << 8 | field >> 8);
+        std::memcpy(bytes + i, &field, sizeof field);
     }
 }
 

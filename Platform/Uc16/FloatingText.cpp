@@ -1,10 +1,13 @@
 // Floating-point numbers: the standard library's exact conversions where they give what printf gives, and for
 // the rest the C library, with its "C" locale.
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cfenv>
 #include <charconv>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <new>
@@ -28,7 +31,60 @@ constexpr int kDefaultPrecision = 6;
 char Lower(char letter) { return static_cast<char>(letter | 0x20); }
 bool IsUpper(char letter) { return (letter & 0x20) == 0; }
 
+/// "%.*f" of what most numbers are: from 0.25 to 2^52, with up to nine digits behind the point. All is exact, and
+/// what is left behind the last digit rounds it, a half to the even one. Empty for other numbers.
+std::string_view ViaIntegers(double magnitude, int precision, DigitBuffer& buffer) {
+    constexpr std::array<std::uint32_t, 10> powers{1,       10,        100,        1'000,       10'000,
+                                                   100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
+    constexpr int mantissaBits = 52;
+    constexpr std::uint64_t hidden = std::uint64_t{1} << mantissaBits;
+    const auto last = static_cast<std::size_t>(precision);
+    if (!(magnitude >= 0.25 && magnitude < static_cast<double>(hidden)) || last >= powers.size()) {
+        return {};
+    }
+    // The number is the mantissa divided by two to the power of `down`, which is 1 to 54.
+    const auto bits = std::bit_cast<std::uint64_t>(magnitude);
+    const int down = 1023 + mantissaBits - static_cast<int>(bits >> mantissaBits);
+    const std::uint64_t mantissa = (bits & (hidden - 1)) | hidden;
+    std::uint64_t whole = mantissa >> down;
+    const std::uint64_t one = std::uint64_t{1} << down;
+    std::uint64_t rest = mantissa & (one - 1);
+    std::uint32_t fraction = 0;
+    // Three digits at a time: 54 bits times 1,000 fit.
+    for (std::size_t left = last; left > 0;) {
+        const std::uint32_t power = powers[std::min<std::size_t>(left, 3)];
+        rest *= power;
+        fraction = fraction * power + static_cast<std::uint32_t>(rest >> down);
+        rest &= one - 1;
+        left -= std::min<std::size_t>(left, 3);
+    }
+    const bool isOdd = ((last == 0 ? whole : fraction) & 1) != 0;
+    fraction += rest > one / 2 || (rest == one / 2 && isOdd) ? 1 : 0;
+    if (fraction == powers[last]) {
+        ++whole;
+        fraction = 0;
+    }
+    char* const first = buffer.characters.data();
+    char* const most = first + buffer.characters.size();
+    // Short divisions are cheap, and most numbers are short.
+    char* end = whole <= UINT32_MAX ? std::to_chars(first, most, static_cast<std::uint32_t>(whole)).ptr
+                                    : std::to_chars(first, most, whole).ptr;
+    if (last > 0) {
+        *end = '.';
+        for (std::size_t i = last; i > 0; --i, fraction /= 10) {
+            end[i] = static_cast<char>('0' + fraction % 10);
+        }
+        end += last + 1;
+    }
+    return {first, static_cast<std::size_t>(end - first)};
+}
+
 std::string_view ViaStandardLibrary(double magnitude, char letter, int precision, DigitBuffer& buffer) {
+    if (Lower(letter) == 'f') {
+        if (const std::string_view text = ViaIntegers(magnitude, precision, buffer); !text.empty()) {
+            return text;
+        }
+    }
     const auto form = Lower(letter) == 'f'   ? std::chars_format::fixed
                       : Lower(letter) == 'e' ? std::chars_format::scientific
                                              : std::chars_format::general;

@@ -56,19 +56,23 @@ class Estimate {
 public:
     void Literal(const unsigned short* /*units*/, std::size_t count) { m_Units += static_cast<std::int64_t>(count); }
     void Convert(const Conversion& conversion, const Argument& argument) {
-        m_Units += std::max<std::int64_t>(conversion.width.value, Content(conversion, argument));
+        if (conversion.action == Action::kFloating) {
+            Add(conversion, FloatingBound(conversion, argument));
+        } else if (IsInteger(conversion, argument)) {
+            Add(conversion, IntegerBound(conversion));
+        } else {
+            Add(conversion, static_cast<std::int64_t>(FieldText(conversion, argument).Size()));
+        }
     }
-    [[nodiscard]] std::int64_t Units() const { return m_Units; }
+    void Add(const Conversion& conversion, std::int64_t content) {
+        m_Units += std::max<std::int64_t>(conversion.width.value, content);
+    }
+    /// What uc16_estimateformatsize answers.
+    [[nodiscard]] int Size() const {
+        return m_Units < std::numeric_limits<int>::max() ? static_cast<int>(m_Units + 1) : -1;
+    }
 
 private:
-    static std::int64_t Content(const Conversion& conversion, const Argument& argument) {
-        if (conversion.action == Action::kFloating) {
-            return FloatingBound(conversion, argument);
-        }
-        return IsInteger(conversion, argument) ? IntegerBound(conversion)
-                                               : static_cast<std::int64_t>(FieldText(conversion, argument).Size());
-    }
-
     std::int64_t m_Units = 0;
 };
 
@@ -79,19 +83,26 @@ public:
     Output(unsigned short* buffer, std::size_t capacity) : m_At(buffer), m_Left(capacity) {}
 
     void Literal(const unsigned short* units, std::size_t count) {
+        m_Needed.Literal(units, count);
         for (std::size_t i = Fitting(count); i > 0; --i) {
             *m_At++ = *units++;
         }
     }
     void Convert(const Conversion& conversion, const Argument& argument) {
         if (conversion.action == Action::kFloating) {
+            m_Needed.Add(conversion, FloatingBound(conversion, argument));
             PutNumber(conversion, FloatingText(conversion, argument, m_Digits));
         } else if (IsInteger(conversion, argument)) {
+            m_Needed.Add(conversion, IntegerBound(conversion));
             PutNumber(conversion, IntegerText(conversion, argument, m_Digits));
         } else {
-            PutText(conversion, FieldText(conversion, argument));
+            const FieldText text(conversion, argument);
+            m_Needed.Add(conversion, static_cast<std::int64_t>(text.Size()));
+            PutText(conversion, text);
         }
     }
+    /// The estimate of what was converted, whether it fitted or not.
+    [[nodiscard]] const Estimate& Needed() const { return m_Needed; }
     [[nodiscard]] unsigned short* End() const { return m_At; }
 
 private:
@@ -116,6 +127,12 @@ private:
     void PutNumber(const Conversion& conversion, const NumberText& text) {
         const auto size = static_cast<std::int64_t>(text.prefixSize + text.digits.size() + text.exponent.size());
         const std::int64_t padding = conversion.width.value - size - text.leadingZeros - text.trailingZeros;
+        if (padding <= 0 && (text.leadingZeros | text.trailingZeros) == 0) [[likely]] {
+            Put({text.prefix.data(), text.prefixSize});
+            Put(text.digits);
+            Put(text.exponent);
+            return;
+        }
         const bool withZeros = conversion.zero && !conversion.left && text.mayFillWithZeros;
         Fill(' ', conversion.left || withZeros ? 0 : padding);
         Put({text.prefix.data(), text.prefixSize});
@@ -137,6 +154,7 @@ private:
 
     unsigned short* m_At;
     std::size_t m_Left;
+    Estimate m_Needed;
     DigitBuffer m_Digits;
 };
 
@@ -145,7 +163,16 @@ private:
 int uc16_estimateformatsize(const unsigned short* format, va_list args) {
     Estimate estimate;
     WalkFormat(format, args, estimate);
-    return estimate.Units() < std::numeric_limits<int>::max() ? static_cast<int>(estimate.Units() + 1) : -1;
+    return estimate.Size();
+}
+
+int uc16_vswprintfestimated(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
+                            int* estimate) {
+    Output output(buffer, size - 1);
+    WalkFormat(format, args, output);
+    *output.End() = 0;
+    *estimate = output.Needed().Size();
+    return static_cast<int>(output.End() - buffer);
 }
 
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args) {

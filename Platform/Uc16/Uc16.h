@@ -44,6 +44,10 @@ int uc16_estimateformatsize(const unsigned short* format, va_list args);
 /// is not advanced. May throw std::bad_alloc for a long double of more than 1,500 digits.
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args);
 
+/// Both at once, for at least one unit of buffer: `estimate` gets the first one's answer.
+int uc16_vswprintfestimated(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
+                            int* estimate);
+
 // --- Copies ---
 
 /// Writes `text` to `bytes` in the application's encoding, whole characters only and at most `size`
