@@ -107,13 +107,12 @@ void AddPreparedCase(const std::string& caseName, const std::string& subject, co
     Register(caseName, subject, run, fixed);
 }
 
-/// Adds a case that tells how many bytes an object holds, its own size included: `make` makes one of an input,
-/// many stay at a time, and `release` is called for each before all go.
-template <class Input, class Make, class Release>
-void AddHeldCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Make make,
-                 Release release) {
+/// Adds a case that tells how many bytes an object holds, its own size included: `make` makes one of an input, and
+/// many stay at a time.
+template <class Input, class Make>
+void AddHeldCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Make make) {
     constexpr std::size_t count = 10'000;
-    const auto run = [&inputs, make, release](benchmark::State& state) {
+    const auto run = [&inputs, make](benchmark::State& state) {
         for ([[maybe_unused]] auto iteration : state) {
             const auto before = HeapBytes();
             ToggleCount();
@@ -124,18 +123,10 @@ void AddHeldCase(const std::string& caseName, const std::string& subject, const 
             }
             ToggleCount();
             state.counters[kHeldCounter] = static_cast<double>(HeapBytes() - before) / static_cast<double>(count);
-            for (auto& object : objects) {
-                release(object);
-            }
         }
         state.counters[kUnitsCounter] = static_cast<double>(count);
     };
     Register(caseName, subject, run, 1);
-}
-
-template <class Input, class Make>
-void AddHeldCase(const std::string& caseName, const std::string& subject, const std::vector<Input>& inputs, Make make) {
-    AddHeldCase(caseName, subject, inputs, make, [](auto&) {});
 }
 
 /// Adds `operation` ("family/operation") to the growth table, once for each size. `prepare` takes the

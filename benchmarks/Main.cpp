@@ -3,11 +3,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <exception>
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "Case.h"
@@ -52,6 +55,37 @@ std::vector<Bench::CaseResult> Select(const Bench::Family& family, std::vector<B
     return cases;
 }
 
+/// What has to be known of a run to compare it with another.
+nlohmann::json Circumstances(const Settings& settings) {
+    std::string processor = "unknown", line;
+    std::string flags;
+    for (std::ifstream file("/proc/cpuinfo"); std::getline(file, line);) {
+        const std::string value = line.substr(std::min(line.find(": ") + 2, line.size()));
+        processor = line.starts_with("model name") ? value : processor;
+        flags = line.starts_with("flags") ? ' ' + value + ' ' : flags;
+    }
+    const auto has = [&](const char* flag) { return flags.find(flag) != std::string::npos; };
+    const std::time_t now = std::time(nullptr);
+    std::tm date{};
+    gmtime_r(&now, &date);
+    std::array<char, 16> text{};
+    std::strftime(text.data(), text.size(), "%Y-%m-%d", &date);
+    return {{"repetitions", settings.repetitions},
+            {"min_time", settings.minTime},
+            {"date", text.data()},
+            {"processor", processor},
+            {"cores", std::thread::hardware_concurrency()},
+            {"instructions", has(" avx512_vbmi2 ") ? "AVX-512 with VBMI2"
+                             : has(" avx512bw ")   ? "AVX-512 without VBMI2, so that AVX2 is used"
+                             : has(" avx2 ")       ? "AVX2"
+                                                   : "no AVX2"},
+#ifdef __clang__
+            {"compiler", __VERSION__}};
+#else
+            {"compiler", "g++ " __VERSION__}};
+#endif
+}
+
 bool WriteJson(const Settings& settings, const std::vector<Bench::CaseResult>& cases,
                const std::vector<Bench::CaseResult>& growth) {
     nlohmann::json families = nlohmann::json::array();
@@ -59,11 +93,7 @@ bool WriteJson(const Settings& settings, const std::vector<Bench::CaseResult>& c
         families.push_back(Bench::ToJson(family, Select(family, cases), Select(family, growth)));
     }
     std::ofstream file(settings.json);
-    file << nlohmann::json{{"repetitions", settings.repetitions},
-                           {"min_time", settings.minTime},
-                           {"families", families}}
-                .dump(2)
-         << '\n';
+    file << nlohmann::json{{"run", Circumstances(settings)}, {"families", families}}.dump(2) << '\n';
     file.close();
     return file.good();
 }

@@ -180,10 +180,11 @@ void AddCopy(const std::string& subject, const Inputs& inputs) {
     }
 }
 
+/// Nothing is locked: a buffer from a pool that others have filled would take no memory.
 template <class Ops>
 void AddHold(const std::string& subject, const Inputs& inputs) {
     for (const TextCase& c : inputs.held) {
-        AddHeldCase(c.constructName, subject, c.texts, Make<Ops>, Ops::BeforeItGoes);
+        AddHeldCase(c.constructName, subject, c.texts, Make<Ops>);
     }
 }
 
