@@ -39,7 +39,7 @@ void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
     constexpr int most = 512;
     unsigned short scratch[most];  // NOLINT: set up to what is read
     int size = 0;
-    const int made = uc16_vswprintfestimated(scratch, most, text, arguments, &size);
+    const int made = Uc16::FormatWithEstimate(scratch, most, text, arguments, size);
     if (size < 0) {
         throw std::bad_alloc();
     }

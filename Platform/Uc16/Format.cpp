@@ -166,15 +166,6 @@ int uc16_estimateformatsize(const unsigned short* format, va_list args) {
     return estimate.Size();
 }
 
-int uc16_vswprintfestimated(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
-                            int* estimate) {
-    Output output(buffer, size - 1);
-    WalkFormat(format, args, output);
-    *output.End() = 0;
-    *estimate = output.Needed().Size();
-    return static_cast<int>(output.End() - buffer);
-}
-
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args) {
     if (size == 0) {
         return 0;
@@ -183,5 +174,14 @@ int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned shor
     Output output(buffer, std::min(size - 1, kMost));
     WalkFormat(format, args, output);
     *output.End() = 0;
+    return static_cast<int>(output.End() - buffer);
+}
+
+int Uc16::FormatWithEstimate(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
+                             int& estimate) {
+    Output output(buffer, size - 1);
+    WalkFormat(format, args, output);
+    *output.End() = 0;
+    estimate = output.Needed().Size();
     return static_cast<int>(output.End() - buffer);
 }

@@ -44,10 +44,6 @@ int uc16_estimateformatsize(const unsigned short* format, va_list args);
 /// is not advanced. May throw std::bad_alloc for a long double of more than 1,500 digits.
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args);
 
-/// Both at once, for at least one unit of buffer: `estimate` gets the first one's answer.
-int uc16_vswprintfestimated(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
-                            int* estimate);
-
 // --- Copies ---
 
 /// Writes `text` to `bytes` in the application's encoding, whole characters only and at most `size`
@@ -56,3 +52,11 @@ int uc16_vswprintfestimated(unsigned short* buffer, std::size_t size, const unsi
 std::size_t uc16_wcstombs(char* bytes, const unsigned short* text, std::size_t size);
 /// Copies `units` units; the two ranges do not overlap. Returns `to`.
 unsigned short* uc16_wmemcpy(unsigned short* to, const unsigned short* from, std::size_t units);
+
+namespace Lum::Internal::Uc16 {
+
+/// uc16_vswprintf into at least one unit, which tells uc16_estimateformatsize's answer of the same walk.
+int FormatWithEstimate(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
+                       int& estimate);
+
+}  // namespace Lum::Internal::Uc16
