@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Everything `./dev check` looks at, a line a check: OK, or what is wrong. Runs from the root.
-# Usage: all.sh [WORD]: only the checks whose names contain the word
+# Usage: all.sh [--full] [WORD]: only the checks whose names contain the word; --full adds those that take long
 set -u -o pipefail
 export LC_ALL=C
 failed=0
+full=no
+[ "${1:-}" != --full ] || { full=yes; shift; }
 only=${1:-}
 sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
 [ -n "$(sources)" ] || { echo "FAIL  no sources: not a git checkout?"; exit 1; }
@@ -55,6 +57,19 @@ processors() {
     printf '%s\n' qemu64 core2duo Nehalem | xargs -P "$(nproc)" -I{} qemu-x86_64 -cpu {} build/dev/tests/lum-tests \
         --gtest_filter='Units*:Blocks*:Escaping.Blocks*:UnicodeConverters.TheFast*:Parser*-Parser.EveryShort*'
 }
+# variant NAME CMAKE-ARGUMENT...: the library's tests in another build.
+variant() {
+    local build=build/variants/$1
+    shift
+    cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=OFF "$@" &&
+        cmake --build "$build" --target lum-tests && "$build/tests/lum-tests"
+}
+valgrind_tests() {
+    # Its own copy of malloc would hide that the tests count allocations.
+    variant valgrind -DLUM_NO_POOLS=ON --log-level=NOTICE &&
+        valgrind -q --error-exitcode=1 --soname-synonyms=somalloc=nouserintercepts build/variants/valgrind/tests/lum-tests \
+            --gtest_filter='-*EveryScalar*:*EveryShort*:Escaping*:Encodings*'
+}
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
 
@@ -78,4 +93,13 @@ check "32 bits, clang++: no warning" clang32
 check "libc++: no warning" libcxx
 check "older processors, emulated: tests of the fast ways" processors
 check "s390x, big-endian, emulated: the library's tests" checks/worlds.sh --library s390x
+if [ $full = yes ]; then
+    check "other machines, emulated: all tests, the tool's output" checks/worlds.sh
+    check "g++-11" variant g++-11 -DCMAKE_CXX_COMPILER=g++-11
+    check "C++23" variant c++23 -DCMAKE_CXX_STANDARD=23
+    check "link-time optimisation" variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto
+    check "unsigned char, checked containers, filled locals" variant strict \
+        "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
+    check "valgrind: the library's tests" valgrind_tests
+fi
 exit $failed
