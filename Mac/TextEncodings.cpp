@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 
 #include "Platform/TextEncoding/EncodingNames.h"
@@ -23,6 +24,11 @@ TextEncoding UnicodeEncoding(TextEncoding format) noexcept {
 
 TextEncoding UTF8Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF8Format); }
 TextEncoding UTF16Encoding() noexcept { return UnicodeEncoding(kUnicode16BitFormat); }
+TextEncoding WithoutHostOrder(TextEncoding encoding) noexcept {
+    constexpr TextEncodingFormat order =
+        std::endian::native == std::endian::little ? kUnicodeUTF16LEFormat : kUnicodeUTF16BEFormat;
+    return encoding == UnicodeEncoding(order) ? UTF16Encoding() : encoding;
+}
 TextEncoding UTF7Encoding() noexcept { return UnicodeEncoding(kUnicodeUTF7Format); }
 
 TextEncoding EncodingOfInternetName(std::string_view name) noexcept {

@@ -14,6 +14,8 @@ inline constexpr TextEncoding kUnknownEncoding = 0xFFFF;
 
 [[nodiscard]] TextEncoding UTF8Encoding() noexcept;
 [[nodiscard]] TextEncoding UTF16Encoding() noexcept;  ///< In the host's byte order.
+/// UTF16Encoding() for the UTF-16 whose name says the host's byte order; any other encoding as it is.
+[[nodiscard]] TextEncoding WithoutHostOrder(TextEncoding encoding) noexcept;
 [[nodiscard]] TextEncoding UTF7Encoding() noexcept;
 
 /// The encoding with an Internet name, of which only the first 255 bytes are used; kUnknownEncoding if there is

@@ -243,7 +243,8 @@ void StreamConverter::Implementation::Clear() noexcept {
 }
 
 StreamConverter::StreamConverter(const std::string& from, const std::string& to)
-    : m_Implementation(std::make_unique<Implementation>(EncodingToCharSetID(from), EncodingToCharSetID(to))) {}
+    : m_Implementation(std::make_unique<Implementation>(Mac::WithoutHostOrder(EncodingToCharSetID(from)),
+                                                        Mac::WithoutHostOrder(EncodingToCharSetID(to)))) {}
 StreamConverter::StreamConverter(StreamConverter&& other) noexcept = default;
 StreamConverter& StreamConverter::operator=(StreamConverter&& other) noexcept = default;
 StreamConverter::~StreamConverter() = default;
