@@ -106,7 +106,7 @@ void AddPathGrowth() {
         };
     });
     AddGrowthCases("uri/growth of IsUnderDirectory", kSizes, [](std::size_t size) {
-        return [uri = Deep(size, "")] { return uri.IsUnderDirectory("elsewhere"); };
+        return [uri = Deep(size, "")] { return uri.IsUnderDirectory("another place"); };
     });
     AddGrowthCases("uri/growth of SplitPath and JoinPath", kSizes, [](std::size_t size) {
         return [path = Deep(size, "").GetPath()] {
