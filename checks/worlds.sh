@@ -56,13 +56,13 @@ say() {
 
 # world ARCHITECTURE: builds and runs all; its output goes to a log.
 world() {
-    local triple emulator suite=bookworm gcc=12 clang=14 linker=
+    local triple emulator suite=bookworm gcc=12 clang=14 linker= own=OFF
     case $1 in
         arm64) triple=aarch64-linux-gnu emulator=qemu-aarch64 ;;
         armhf) triple=arm-linux-gnueabihf emulator=qemu-arm ;;
         s390x) triple=s390x-linux-gnu emulator=qemu-s390x ;;
         ppc64el) triple=powerpc64le-linux-gnu emulator=qemu-ppc64le ;;
-        riscv64) triple=riscv64-linux-gnu emulator=qemu-riscv64 suite=trixie gcc=14 clang=19 linker=-fuse-ld=lld ;;
+        riscv64) triple=riscv64-linux-gnu emulator=qemu-riscv64 suite=trixie gcc=14 clang=19 linker=-fuse-ld=lld own=ON ;; # whose GoogleTest no linker here takes
         *) echo "no such architecture"; return 1 ;;
     esac
     local targets=(lum-tests native-paths-Unix native-paths-Win static-init-lum static-init-lum-static)
@@ -71,7 +71,7 @@ world() {
     make_root "$1" $suite $gcc || { echo "the root cannot be made"; return 1; }
     { cmake -S . -B "$build" -G Ninja --toolchain "$root/cmake/World.cmake" -DCMAKE_CXX_COMPILER=clang++-$clang -DLUM_WORLD=$triple \
         -DLUM_WORLD_ROOT="$libraries" -DLUM_WORLD_QEMU=$emulator -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 \
-        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=$tool \
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=$tool -DLUM_BUILD_GOOGLETEST=$own \
         -DCMAKE_SHARED_LINKER_FLAGS=$linker -DCMAKE_EXE_LINKER_FLAGS=$linker && cmake --build "$build" --target "${targets[@]}"; } >&2 ||
         { echo "not built"; return 1; }
     local emulated=("$emulator" -L "$libraries") passed

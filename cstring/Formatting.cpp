@@ -14,16 +14,13 @@ using namespace Lum::Internal;
 
 namespace {
 
-/// The length of what was formatted: up to the first 0 unit, for a unit among the arguments may be 0.
-int LengthOfMade(const unsigned short* units, int length) {
-    const unsigned short* const end = FindUnit(units, units + length, 0);
-    return end == nullptr ? length : static_cast<int>(end - units);
-}
-
-/// Formats into `size` units, the 0 included, and returns the length.
+/// Formats into `size` units, the 0 included, and returns the length: up to the first 0 unit.
 int FormatInto(unsigned short* units, int size, const unsigned short* format, std::va_list arguments) {
     const int written = uc16_vswprintf(units, static_cast<std::size_t>(size), format, arguments);
-    return LengthOfMade(units, std::clamp(written, 0, size - 1));
+    const int length = std::clamp(written, 0, size - 1);
+    // A unit that was formatted may have been 0.
+    const unsigned short* const end = FindUnit(units, units + length, 0);
+    return end == nullptr ? length : static_cast<int>(end - units);
 }
 
 struct VaEnd {
@@ -35,25 +32,9 @@ struct VaEnd {
 
 void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
     const unsigned short* const text = format == nullptr ? &afxChNil : static_cast<const unsigned short*>(format);
-    // Most results fit here, and are made in one walk over the format.
-    constexpr int most = 512;
-    unsigned short scratch[most];  // NOLINT: set up to what is read
-    int size = 0;
-    const int made = Uc16::FormatWithEstimate(scratch, most, text, arguments, size);
+    const int size = uc16_estimateformatsize(text, arguments);
     if (size < 0) {
         throw std::bad_alloc();
-    }
-    if (size <= most) {
-        const int length = LengthOfMade(scratch, made);
-        if (Data()->refCount < 2 && size <= Data()->allocLength) {
-            AssignCopy(length, scratch);
-        } else {
-            CStringData* const data = NewBuffer(std::max(size, GetLength()));
-            CopyUnits(UnitsOf(data), scratch, static_cast<std::size_t>(length));
-            SetFirstLength(data, length);
-            Adopt(data);
-        }
-        return;
     }
     if (Data()->refCount >= 2 || size > Data()->allocLength) {
         CString result;
@@ -66,8 +47,12 @@ void CString::FormatV(Lum::UnitPointer format, std::va_list arguments) {
         swap(*this, result);
         return;
     }
-    const auto larger = std::make_unique<unsigned short[]>(static_cast<std::size_t>(size));
-    AssignCopy(FormatInto(larger.get(), size, text, arguments), larger.get());
+    constexpr int most = 512;
+    unsigned short scratch[most];  // NOLINT: set up to what is read
+    const auto larger =
+        std::unique_ptr<unsigned short[]>(size > most ? new unsigned short[static_cast<std::size_t>(size)] : nullptr);
+    unsigned short* const units = larger ? larger.get() : scratch;
+    AssignCopy(FormatInto(units, size, text, arguments), units);
 }
 
 // Variable arguments are what these operations are about.

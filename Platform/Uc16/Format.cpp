@@ -56,23 +56,19 @@ class Estimate {
 public:
     void Literal(const unsigned short* /*units*/, std::size_t count) { m_Units += static_cast<std::int64_t>(count); }
     void Convert(const Conversion& conversion, const Argument& argument) {
-        if (conversion.action == Action::kFloating) {
-            Add(conversion, FloatingBound(conversion, argument));
-        } else if (IsInteger(conversion, argument)) {
-            Add(conversion, IntegerBound(conversion));
-        } else {
-            Add(conversion, static_cast<std::int64_t>(FieldText(conversion, argument).Size()));
-        }
+        m_Units += std::max<std::int64_t>(conversion.width.value, Content(conversion, argument));
     }
-    void Add(const Conversion& conversion, std::int64_t content) {
-        m_Units += std::max<std::int64_t>(conversion.width.value, content);
-    }
-    /// What uc16_estimateformatsize answers.
-    [[nodiscard]] int Size() const {
-        return m_Units < std::numeric_limits<int>::max() ? static_cast<int>(m_Units + 1) : -1;
-    }
+    [[nodiscard]] std::int64_t Units() const { return m_Units; }
 
 private:
+    static std::int64_t Content(const Conversion& conversion, const Argument& argument) {
+        if (conversion.action == Action::kFloating) {
+            return FloatingBound(conversion, argument);
+        }
+        return IsInteger(conversion, argument) ? IntegerBound(conversion)
+                                               : static_cast<std::int64_t>(FieldText(conversion, argument).Size());
+    }
+
     std::int64_t m_Units = 0;
 };
 
@@ -83,26 +79,19 @@ public:
     Output(unsigned short* buffer, std::size_t capacity) : m_At(buffer), m_Left(capacity) {}
 
     void Literal(const unsigned short* units, std::size_t count) {
-        m_Needed.Literal(units, count);
         for (std::size_t i = Fitting(count); i > 0; --i) {
             *m_At++ = *units++;
         }
     }
     void Convert(const Conversion& conversion, const Argument& argument) {
         if (conversion.action == Action::kFloating) {
-            m_Needed.Add(conversion, FloatingBound(conversion, argument));
             PutNumber(conversion, FloatingText(conversion, argument, m_Digits));
         } else if (IsInteger(conversion, argument)) {
-            m_Needed.Add(conversion, IntegerBound(conversion));
             PutNumber(conversion, IntegerText(conversion, argument, m_Digits));
         } else {
-            const FieldText text(conversion, argument);
-            m_Needed.Add(conversion, static_cast<std::int64_t>(text.Size()));
-            PutText(conversion, text);
+            PutText(conversion, FieldText(conversion, argument));
         }
     }
-    /// The estimate of what was converted, whether it fitted or not.
-    [[nodiscard]] const Estimate& Needed() const { return m_Needed; }
     [[nodiscard]] unsigned short* End() const { return m_At; }
 
 private:
@@ -154,7 +143,6 @@ private:
 
     unsigned short* m_At;
     std::size_t m_Left;
-    Estimate m_Needed;
     DigitBuffer m_Digits;
 };
 
@@ -163,7 +151,7 @@ private:
 int uc16_estimateformatsize(const unsigned short* format, va_list args) {
     Estimate estimate;
     WalkFormat(format, args, estimate);
-    return estimate.Size();
+    return estimate.Units() < std::numeric_limits<int>::max() ? static_cast<int>(estimate.Units() + 1) : -1;
 }
 
 int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args) {
@@ -174,14 +162,5 @@ int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned shor
     Output output(buffer, std::min(size - 1, kMost));
     WalkFormat(format, args, output);
     *output.End() = 0;
-    return static_cast<int>(output.End() - buffer);
-}
-
-int Uc16::FormatWithEstimate(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
-                             int& estimate) {
-    Output output(buffer, size - 1);
-    WalkFormat(format, args, output);
-    *output.End() = 0;
-    estimate = output.Needed().Size();
     return static_cast<int>(output.End() - buffer);
 }

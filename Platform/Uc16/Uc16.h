@@ -52,11 +52,3 @@ int uc16_vswprintf(unsigned short* buffer, std::size_t size, const unsigned shor
 std::size_t uc16_wcstombs(char* bytes, const unsigned short* text, std::size_t size);
 /// Copies `units` units; the two ranges do not overlap. Returns `to`.
 unsigned short* uc16_wmemcpy(unsigned short* to, const unsigned short* from, std::size_t units);
-
-namespace Lum::Internal::Uc16 {
-
-/// uc16_vswprintf into at least one unit, which tells uc16_estimateformatsize's answer of the same walk.
-int FormatWithEstimate(unsigned short* buffer, std::size_t size, const unsigned short* format, va_list args,
-                       int& estimate);
-
-}  // namespace Lum::Internal::Uc16
