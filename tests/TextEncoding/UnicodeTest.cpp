@@ -28,6 +28,13 @@ TEST(UnicodeConverters, EveryScalarComesBack) {
     // UTF-8, UTF-16 in its three forms, UTF-7, UTF-32, GB 18030.
     for (const TextEncoding encoding :
          {0x08000100U, 0x0100U, 0x10000100U, 0x14000100U, 0x04000100U, 0x0C000100U, 0x0632U}) {
+        if (encoding == 0x0632) {
+            // Private characters that newer versions of ICU take for others, as GB 18030-2022 does.
+            constexpr std::u16string_view moved =
+                u"\uE5E5\uE78D\uE78E\uE78F\uE790\uE791\uE792\uE793\uE794\uE795\uE796\uE81E\uE826\uE82B\uE82C"
+                u"\uE832\uE843\uE854\uE864";
+            std::erase_if(scalars, [&](char16_t unit) { return moved.find(unit) != moved.npos; });
+        }
         const auto out = FromUtf16(encoding, scalars);
         EXPECT_EQ(out.status, noErr) << encoding;
         const auto back = ToUtf16(encoding, out.text);
