@@ -77,6 +77,8 @@ check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
 check "g++, optimised: no warning" build release
 check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
+check "the library is hardened and names no folder" checks/hardening.sh build/release/liblum.so
+check "files do not depend on the folder they are built in" checks/reproducible.sh
 check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
