@@ -1,11 +1,10 @@
 // Strings as sequences of UTF-16 code units, and the numbers that they begin with. Conversions from and to
 // bytes are in CFStringBytes.cpp.
-#include <locale.h>
-#include <stdlib.h>
-
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <memory>
 #include <span>
