@@ -1,13 +1,20 @@
 // Calls the text encoding converter and translates its statuses.
 #include "Mac/TextConverter.h"
 
-#include "Platform/TextEncoding/Utf8.h"
+#include <new>
 
 namespace Lum::Internal::Mac {
 namespace {
 
-ConversionStatus StatusOf(OSStatus status) noexcept {
-    switch (status) {
+OSStatus Checked(OSStatus status) {
+    if (status == memFullErr) {
+        throw std::bad_alloc();
+    }
+    return status;
+}
+
+ConversionStatus StatusOf(OSStatus status) {
+    switch (Checked(status)) {
         case noErr:
         case kTECUsedFallbacksStatus:
             return ConversionStatus::kDone;
@@ -22,31 +29,28 @@ ConversionStatus StatusOf(OSStatus status) noexcept {
     }
 }
 
-ConversionResult ResultOf(const TextConversion::Step& step) noexcept {
-    return {StatusOf(step.status), step.read, step.written};
-}
-
-TextConversion::Input BytesOf(std::string_view bytes) noexcept {
-    return {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()};
-}
-TextConversion::Output BytesOf(std::span<char> bytes) noexcept {
-    return {reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()};
-}
-
 }  // namespace
 
+TextConverter::TextConverter(TextEncoding from, TextEncoding to) {
+    TECObjectRef converter = nullptr;
+    Checked(TECCreateConverter(&converter, from, to));
+    m_Converter.reset(converter);
+}
+
 ConversionResult TextConverter::Convert(std::string_view input, std::span<char> output) {
-    return ResultOf(m_Converter.Convert(BytesOf(input), BytesOf(output)));
+    ByteCount read = 0;
+    ByteCount written = 0;
+    const OSStatus status =
+        TECConvertText(m_Converter.get(), reinterpret_cast<ConstTextPtr>(input.data()), input.size(), &read,
+                       reinterpret_cast<TextPtr>(output.data()), output.size(), &written);
+    return {StatusOf(status), read, written};
 }
 
-ConversionResult TextConverter::Flush(std::span<char> output) { return ResultOf(m_Converter.Flush(BytesOf(output))); }
-
-ConversionResult UTF8ToUTF16(std::string_view input, std::span<char> output) noexcept {
-    return ResultOf(TextConversion::FastestUtf8().toUtf16(BytesOf(input), BytesOf(output)));
-}
-
-ConversionResult UTF16ToUTF8(std::string_view input, std::span<char> output) noexcept {
-    return ResultOf(TextConversion::FastestUtf8().fromUtf16(BytesOf(input), BytesOf(output)));
+ConversionResult TextConverter::Flush(std::span<char> output) {
+    ByteCount written = 0;
+    const OSStatus status =
+        TECFlushText(m_Converter.get(), reinterpret_cast<TextPtr>(output.data()), output.size(), &written);
+    return {StatusOf(status), 0, written};
 }
 
 }  // namespace Lum::Internal::Mac

@@ -1,13 +1,14 @@
-// One converter of the host's text encoding converter service, from one encoding to another, and what converts
-// without one. Only this module reads the statuses of that service.
+// One converter of the host's text encoding converter service, from one encoding to another. Only this module
+// reads the statuses of that service.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string_view>
 
 #include <Lum/Transcoder.h>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/TextEncodingConverter.h"
 
 namespace Lum::Internal::Mac {
 
@@ -17,9 +18,9 @@ class TextConverter {
 public:
     TextConverter() noexcept = default;
     /// Empty where the host has no such converter.
-    TextConverter(TextEncoding from, TextEncoding to) : m_Converter(from, to) {}
+    TextConverter(TextEncoding from, TextEncoding to);
 
-    explicit operator bool() const noexcept { return static_cast<bool>(m_Converter); }
+    explicit operator bool() const noexcept { return m_Converter != nullptr; }
 
     // The converter must not be empty.
 
@@ -29,15 +30,14 @@ public:
     /// Writes what returns the target encoding to its initial state. Reads nothing.
     ConversionResult Flush(std::span<char> output);
     /// Returns the converter to the state of a new one, also after a failure.
-    void Clear() noexcept { m_Converter.Clear(); }
+    void Clear() noexcept { TECClearConverterContextInfo(m_Converter.get()); }
 
 private:
-    TextConversion::OwnedConverter m_Converter;
-};
+    struct Disposer {
+        void operator()(TECObjectRef converter) const noexcept { TECDisposeConverter(converter); }
+    };
 
-/// Between UTF-8 and UTF-16 no converter is needed, since neither has a state. The results are those of a
-/// converter's Convert, after which there is nothing to flush. From any thread at any time.
-ConversionResult UTF8ToUTF16(std::string_view input, std::span<char> output) noexcept;
-ConversionResult UTF16ToUTF8(std::string_view input, std::span<char> output) noexcept;
+    std::unique_ptr<OpaqueTECObjectRef, Disposer> m_Converter;
+};
 
 }  // namespace Lum::Internal::Mac

@@ -7,15 +7,16 @@ failed=0
 # module | modules it may include
 rules='
 Source/Base|Source/Base
+Source/Utf8|Source/Utf8 Source/Base
 Platform/Host|Platform/Host include
 Platform/Script|Platform/Script Platform/Host include
-Platform/TextEncoding|Platform/TextEncoding Platform/Script Platform/Host Platform Source/Base include
+Platform/TextEncoding|Platform/TextEncoding Platform/Script Platform/Host Platform Source/Base Source/Utf8 include
 Platform|Platform Platform/TextEncoding Platform/Script Platform/Host Platform/Uc16 Source/Base include
 Platform/Uc16|Platform Platform/TextEncoding Platform/Uc16 Source/Base
 Mac|Mac Platform Platform/TextEncoding include
 Source/Mutex|Source/Mutex include
 Source/TimeStamp|Source/TimeStamp Source/Base include
-Source/Transcoder|Source/Transcoder Source/Base Mac include
+Source/Transcoder|Source/Transcoder Source/Base Source/Utf8 Mac include
 Source/URI|Source/URI Source/Base Mac include
 cstring|cstring Source/Base Platform/Uc16 include
 cstring/host|cstring cstring/host Source/Base Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
@@ -23,7 +24,7 @@ tools/lum|tools/lum include
 examples|include
 fuzz|fuzz tests include
 benchmarks|benchmarks include Source/Base
-tests|tests Source/Base Source/Mutex Source/Transcoder Source/TimeStamp Source/URI cstring cstring/host Mac Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
+tests|tests Source/Base Source/Utf8 Source/Mutex Source/Transcoder Source/TimeStamp Source/URI cstring cstring/host Mac Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
 include/Lum|include
 '
 # The files of cstring that know the host's services are a module of their own, above the others.

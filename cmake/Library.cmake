@@ -30,9 +30,6 @@ set(LUM_SOURCES
     Platform/TextEncoding/OwnConverters.cpp
     Platform/TextEncoding/TableConverter.cpp
     Platform/TextEncoding/TextEncodingConverter.cpp
-    Platform/TextEncoding/Utf8Avx512.cpp
-    Platform/TextEncoding/Utf8Neon.cpp
-    Platform/TextEncoding/Utf8Sse41.cpp
     Platform/Uc16/FloatingText.cpp
     Platform/Uc16/Format.cpp
     Platform/Uc16/FormatArguments.cpp
@@ -63,6 +60,9 @@ set(LUM_SOURCES
     Source/URI/References.cpp
     Source/URI/Relations.cpp
     Source/URI/Serialiser.cpp
+    Source/Utf8/Utf8Avx512.cpp
+    Source/Utf8/Utf8Neon.cpp
+    Source/Utf8/Utf8Sse41.cpp
     cstring/Buffer.cpp
     cstring/Editing.cpp
     cstring/FixedAlloc.cpp

@@ -4,15 +4,12 @@
 #include <Lum/HostStrings.h>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <span>
 
 #include "Platform/CoreFoundation/CoreFoundation.h"
 #include "Platform/Script/Script.h"
-#include "Platform/TextEncoding/OwnedConverter.h"
 #include "Platform/TextEncoding/TextEncodingConverter.h"
 #include "Source/Base/UnitText.h"
 #include "cstring/Buffer.h"
@@ -226,33 +223,8 @@ void CString::SetFromHFSUniStr255(const HFSUniStr255* name) {
     }
 }
 
-namespace {
-
-using PascalUnits = std::array<unsigned short, 256>;
-
-/// Converts a length byte and that many bytes. The number of units; 0 if the text is bad, or too long for them
-/// as in encodings where a byte may become several.
-std::size_t ConvertPascal(const unsigned char* pascal, TextEncoding encoding, PascalUnits& units) {
-    const TextConversion::OwnedConverter converter(encoding, kCFStringEncodingUTF16);
-    const auto output = std::span(reinterpret_cast<unsigned char*>(units.data()), sizeof units);
-    const auto text = converter.Convert({pascal + 1, pascal[0]}, output);
-    const auto ending = converter.Flush(output.subspan(text.written));
-    const bool isGood = text.status == noErr && ending.status == noErr;
-    return isGood ? (text.written + ending.written) / sizeof units[0] : 0;
-}
-
-}  // namespace
-
 void CString::FromMac(const unsigned char* pascal) {
     const TextEncoding encoding = GetApplicationTextEncoding();
-    // Nearly every text is converted here, without a string of the host's on its way. Such a string stays with
-    // the text, and matters, where it has 0 units at its end that the text loses.
-    std::array<unsigned short, 256> units;
-    const std::size_t count = pascal == nullptr ? 0 : ConvertPascal(pascal, encoding, units);
-    if (count > 0 && units[count - 1] != 0) {
-        AssignCopy(static_cast<int>(count), units.data());
-        return;
-    }
     const OwnedString string(CFStringCreateWithPascalString(kCFAllocatorDefault, pascal, encoding));
     SetFromCFStringRef(string.get(), encoding);
 }

@@ -11,7 +11,7 @@
 
 #include "Platform/CoreFoundation/CFObject.h"
 #include "Platform/CoreFoundation/CoreFoundation.h"
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/Converter.h"
 
 using namespace Lum::Internal;
 

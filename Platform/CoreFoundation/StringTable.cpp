@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/Converter.h"
 
 using namespace Lum::Internal;
 

@@ -1,11 +1,23 @@
-// What every converter of this folder does, and which parts of the folder make them.
+// What every converter of this folder does, which parts of the folder make them, and their owner.
 // TextEncodingConverter.h says what each operation means.
 #pragma once
 
 #include <memory>
 #include <string_view>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/TextEncodingConverter.h"
+#include "Source/Utf8/Cursor.h"
+
+namespace Lum::Internal::TextConversion {
+
+/// The result of one call: its status, and how many bytes it read and wrote.
+struct Step {
+    OSStatus status = noErr;
+    ByteCount read = 0;
+    ByteCount written = 0;
+};
+
+}  // namespace Lum::Internal::TextConversion
 
 struct OpaqueTECObjectRef {
     OpaqueTECObjectRef() = default;
@@ -32,5 +44,27 @@ std::unique_ptr<Converter> MakeOwnConverter(TextEncoding from, TextEncoding to);
 /// Converters between UTF-16 and the encoding that ICU has under `name`, or null if it has none.
 std::unique_ptr<Converter> MakeIcuToUtf16(std::string_view name);
 std::unique_ptr<Converter> MakeIcuFromUtf16(std::string_view name);
+
+/// The converter between any two encodings, as TECCreateConverter finds it.
+std::unique_ptr<Converter> MakeConverter(TextEncoding from, TextEncoding to);
+
+/// Such a converter for code beside the services. Where there is none, it answers kTECNoConversionPathErr.
+class OwnedConverter {
+public:
+    OwnedConverter(TextEncoding from, TextEncoding to) : m_Converter(MakeConverter(from, to)) {}
+
+    explicit operator bool() const noexcept { return m_Converter != nullptr; }
+    [[nodiscard]] Step Convert(Input input, Output output) const {
+        return m_Converter != nullptr ? m_Converter->Convert(input, output) : Step{kTECNoConversionPathErr, 0, 0};
+    }
+    [[nodiscard]] Step Flush(Output output) const {
+        return m_Converter != nullptr ? m_Converter->Flush(output) : Step{kTECNoConversionPathErr, 0, 0};
+    }
+    /// Not for an empty one.
+    void Clear() const { m_Converter->Clear(); }
+
+private:
+    std::unique_ptr<Converter> m_Converter;
+};
 
 }  // namespace Lum::Internal::TextConversion

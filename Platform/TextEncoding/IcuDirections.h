@@ -14,7 +14,7 @@
 #include <string_view>
 
 #include "Platform/TextEncoding/Converter.h"
-#include "Platform/TextEncoding/Cursor.h"
+#include "Source/Utf8/Cursor.h"
 
 namespace Lum::Internal::TextConversion {
 
@@ -193,7 +193,7 @@ struct IcuFromUtf16 {
     static std::span<const From> Utf7Piece(std::span<const From> units) {
         const auto bytesAt = [&](std::size_t i) { return reinterpret_cast<const unsigned char*>(units.data() + i); };
         std::size_t i = 0;
-        while (i != units.size() && Utf16Fault(bytesAt(i), bytesAt(units.size())) == noErr) {
+        while (i != units.size() && Utf16Fault(bytesAt(i), bytesAt(units.size())) == Ending::kDone) {
             i += IsLeadSurrogate(units[i]) ? 2 : 1;
         }
         return units.first(i);

@@ -6,8 +6,8 @@
 #include <bit>
 
 #include "Platform/TextEncoding/Converter.h"
-#include "Platform/TextEncoding/Cursor.h"
-#include "Platform/TextEncoding/Utf8.h"
+#include "Source/Utf8/Cursor.h"
+#include "Source/Utf8/Utf8.h"
 
 using namespace Lum::Internal;
 
@@ -58,37 +58,37 @@ void SkimLatinFromUtf16(Cursor& cursor) noexcept {
 
 /// A byte from `Limit` on is malformed.
 template <std::uint32_t Limit>
-Step LatinToUtf16(Input input, Output output) noexcept {
+Progress LatinToUtf16(Input input, Output output) noexcept {
     Cursor cursor(input, output);
     for (SkimLatinToUtf16<Limit>(cursor); cursor.from != cursor.fromEnd; cursor.Advance(1, 2)) {
         if (*cursor.from >= Limit) {
-            return cursor.Stop(kTextMalformedInputErr, input, output);
+            return cursor.Stop(Ending::kMalformed, input, output);
         }
         if (cursor.Space() < 2) {
-            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+            return cursor.Stop(Ending::kOutputFull, input, output);
         }
         StoreUnit(cursor.to, *cursor.from);
     }
-    return cursor.Stop(noErr, input, output);
+    return cursor.Stop(Ending::kDone, input, output);
 }
 
 template <std::uint32_t Limit>
-Step Utf16ToLatin(Input input, Output output) noexcept {
+Progress Utf16ToLatin(Input input, Output output) noexcept {
     Cursor cursor(input, output);
     for (SkimLatinFromUtf16<Limit>(cursor); cursor.from != cursor.fromEnd; cursor.Advance(2, 1)) {
-        if (const OSStatus fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != noErr) {
+        if (const Ending fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != Ending::kDone) {
             return cursor.Stop(fault, input, output);
         }
         const std::uint32_t unit = LoadUnit(cursor.from);
         if (unit >= Limit) {
-            return cursor.Stop(kTECUnmappableElementErr, input, output);
+            return cursor.Stop(Ending::kUnmappable, input, output);
         }
         if (cursor.Space() < 1) {
-            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+            return cursor.Stop(Ending::kOutputFull, input, output);
         }
         *cursor.to = static_cast<unsigned char>(unit);
     }
-    return cursor.Stop(noErr, input, output);
+    return cursor.Stop(Ending::kDone, input, output);
 }
 
 // ---- UTF-16: checked, and with its bytes swapped where the order is not the host's ---------------
@@ -119,7 +119,7 @@ void SkimUtf16(Cursor& cursor) noexcept {
 
 /// Swaps the bytes of the input, of the output, or of neither.
 template <bool SwapsInput, bool SwapsOutput>
-Step CopyUtf16(Input input, Output output) noexcept {
+Progress CopyUtf16(Input input, Output output) noexcept {
     Cursor cursor(input, output);
     for (SkimUtf16<SwapsInput, SwapsOutput>(cursor); cursor.from != cursor.fromEnd;) {
         unsigned char element[4];
@@ -128,29 +128,36 @@ Step CopyUtf16(Input input, Output output) noexcept {
         for (std::size_t i = 0; i + 2 <= available; i += 2) {
             StoreUnit(element + i, InOrder<SwapsInput>(LoadUnit(element + i)));
         }
-        if (const OSStatus fault = Utf16Fault(element, element + available); fault != noErr) {
+        if (const Ending fault = Utf16Fault(element, element + available); fault != Ending::kDone) {
             return cursor.Stop(fault, input, output);
         }
         const std::size_t size = IsLeadSurrogate(LoadUnit(element)) ? 4 : 2;
         if (cursor.Space() < size) {
-            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+            return cursor.Stop(Ending::kOutputFull, input, output);
         }
         for (std::size_t i = 0; i < size; i += 2) {
             StoreUnit(cursor.to + i, InOrder<SwapsOutput>(LoadUnit(element + i)));
         }
         cursor.Advance(size, size);
     }
-    return cursor.Stop(noErr, input, output);
+    return cursor.Stop(Ending::kDone, input, output);
 }
 
 // ---- The choice ----------------------------------------------------------------------------------
+
+Step StepOf(const Progress& progress) noexcept {
+    // By Ending.
+    constexpr OSStatus kStatuses[] = {noErr, kTECOutputBufferFullStatus, kTextMalformedInputErr, kTECPartialCharErr,
+                                      kTECUnmappableElementErr};
+    return {kStatuses[static_cast<std::size_t>(progress.ending)], progress.read, progress.written};
+}
 
 /// None of these encodings has a shift state.
 class StatelessConverter final : public Converter {
 public:
     explicit StatelessConverter(ConvertFunction function) noexcept : m_Function(function) {}
 
-    Step Convert(Input input, Output output) override { return m_Function(input, output); }
+    Step Convert(Input input, Output output) override { return StepOf(m_Function(input, output)); }
     Step Flush(Output /*output*/) override { return {noErr, 0, 0}; }
     void Clear() override {}
 

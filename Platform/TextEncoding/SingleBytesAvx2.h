@@ -9,8 +9,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Platform/TextEncoding/Cursor.h"
 #include "Source/Base/Target.h"
+#include "Source/Utf8/Cursor.h"
 
 LUM_TARGET_BEGIN("avx2")
 

@@ -10,9 +10,9 @@
 #include <cstdint>
 #include <new>
 
-#include "Platform/TextEncoding/Cursor.h"
 #include "Platform/TextEncoding/EncodingTables.h"
 #include "Source/Base/Cpu.h"
+#include "Source/Utf8/Cursor.h"
 #ifdef __SSE2__
 #include "Platform/TextEncoding/SingleBytesAvx2.h"
 #endif
@@ -230,11 +230,14 @@ public:
             return Icu().Convert(input, output);
         }
         Cursor cursor(input, output);
+        const auto stop = [&](OSStatus status) {
+            return Step{status, input.size() - cursor.Left(), output.size() - cursor.Space()};
+        };
         for (std::size_t stretch = kShortest;; stretch = std::min(2 * stretch, kLongest)) {
             const unsigned char* const start = cursor.from;
             const OSStatus status = Direction::Run(tables, cursor);
             if (status != kNotInTable) {
-                return cursor.Stop(status, input, output);
+                return stop(status);
             }
             if (cursor.from - start > static_cast<std::ptrdiff_t>(stretch)) {
                 stretch = kShortest;
@@ -247,7 +250,7 @@ public:
             // A stretch may end within a character, if it ends before the text.
             const bool goesOn = step.status == noErr || (step.status == kTECPartialCharErr && !isAll);
             if (!goesOn || cursor.Left() == 0) {
-                return cursor.Stop(step.status, input, output);
+                return stop(step.status);
             }
         }
     }

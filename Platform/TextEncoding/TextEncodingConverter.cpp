@@ -13,26 +13,31 @@ namespace {
 /// The version bits choose between versions of a table. There is one version of each here.
 constexpr TextEncoding WithoutVersion(TextEncoding encoding) { return encoding & 0x3FFFFFFF; }
 
-std::unique_ptr<TextConversion::Converter> MakeConverter(TextEncoding from, TextEncoding to) {
-    if (auto own = TextConversion::MakeOwnConverter(from, to)) {
+}  // namespace
+
+namespace Lum::Internal::TextConversion {
+
+std::unique_ptr<Converter> MakeConverter(TextEncoding from, TextEncoding to) {
+    from = WithoutVersion(from);
+    to = WithoutVersion(to);
+    if (auto own = MakeOwnConverter(from, to)) {
         return own;
     }
     const bool isToUtf16 = to == kTextEncodingUnicodeDefault;
     if (!isToUtf16 && from != kTextEncodingUnicodeDefault) {
         return nullptr;
     }
-    const TextConversion::EncodingRow* const other = TextConversion::FindEncoding(isToUtf16 ? from : to);
+    const EncodingRow* const other = FindEncoding(isToUtf16 ? from : to);
     if (other == nullptr || other->converter.empty()) {
         return nullptr;
     }
-    return isToUtf16 ? TextConversion::MakeIcuToUtf16(other->converter)
-                     : TextConversion::MakeIcuFromUtf16(other->converter);
+    return isToUtf16 ? MakeIcuToUtf16(other->converter) : MakeIcuFromUtf16(other->converter);
 }
 
-}  // namespace
+}  // namespace Lum::Internal::TextConversion
 
 OSStatus TECCreateConverter(TECObjectRef* converter, TextEncoding from, TextEncoding to) {
-    *converter = MakeConverter(WithoutVersion(from), WithoutVersion(to)).release();
+    *converter = TextConversion::MakeConverter(from, to).release();
     return *converter != nullptr ? noErr : kTECNoConversionPathErr;
 }
 

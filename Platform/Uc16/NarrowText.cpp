@@ -4,7 +4,7 @@
 #include <cstring>
 #include <span>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/Converter.h"
 #include "Platform/Uc16/FormatTexts.h"
 #include "Platform/Uc16/Uc16.h"
 #include "Source/Base/UnitText.h"

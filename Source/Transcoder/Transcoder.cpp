@@ -17,6 +17,7 @@
 #include "Source/Base/Ascii.h"
 #include "Source/Transcoder/ConverterCache.h"
 #include "Source/Transcoder/ResizeUncleared.h"
+#include "Source/Transcoder/Utf8Text.h"
 
 namespace Lum {
 
@@ -157,7 +158,7 @@ std::vector<EncodingInfo> KnownEncodings() {
 std::u16string CharSetToWide(const std::string& bytes, TextEncoding from) {
     if (from == Mac::UTF8Encoding()) {
         bool isWhole = false;
-        std::u16string text = ConvertWhole<char16_t, kBlockToUTF16>(Mac::UTF8ToUTF16, bytes, isWhole);
+        std::u16string text = ConvertWhole<char16_t, kBlockToUTF16>(Internal::UTF8ToUTF16, bytes, isWhole);
         if (isWhole) {
             return text;
         }
@@ -168,7 +169,7 @@ std::u16string CharSetToWide(const std::string& bytes, TextEncoding from) {
 std::string WideToCharSet(const std::u16string& text, TextEncoding to) {
     if (to == Mac::UTF8Encoding()) {
         bool isWhole = false;
-        std::string bytes = ConvertWhole<char, kBlockFromUTF16>(Mac::UTF16ToUTF8, BytesOf(text), isWhole);
+        std::string bytes = ConvertWhole<char, kBlockFromUTF16>(Internal::UTF16ToUTF8, BytesOf(text), isWhole);
         if (isWhole) {
             return bytes;
         }

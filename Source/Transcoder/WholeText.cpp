@@ -13,6 +13,7 @@
 #include "Mac/TextEncodings.h"
 #include "Source/Transcoder/ConverterCache.h"
 #include "Source/Transcoder/ResizeUncleared.h"
+#include "Source/Transcoder/Utf8Text.h"
 
 namespace Lum {
 
@@ -98,7 +99,7 @@ ConversionResult NothingToFinish(std::span<char> /*output*/) noexcept { return {
 ConvertedText<std::u16string> ConvertTextToUTF16(std::string_view bytes, const std::string& from) {
     const TextEncoding encoding = EncodingToCharSetID(from);
     if (encoding == Mac::UTF8Encoding()) {
-        return ConvertAll<char16_t>(bytes, Mac::UTF8ToUTF16, NothingToFinish);
+        return ConvertAll<char16_t>(bytes, Internal::UTF8ToUTF16, NothingToFinish);
     }
     return ConvertAll<char16_t>(bytes, CachedConverter::ToUTF16(encoding));
 }
@@ -106,7 +107,7 @@ ConvertedText<std::u16string> ConvertTextToUTF16(std::string_view bytes, const s
 ConvertedText<std::string> ConvertTextFromUTF16(std::u16string_view text, const std::string& to) {
     const std::string_view units(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
     const TextEncoding encoding = EncodingToCharSetID(to);
-    auto result = encoding == Mac::UTF8Encoding() ? ConvertAll<char>(units, Mac::UTF16ToUTF8, NothingToFinish)
+    auto result = encoding == Mac::UTF8Encoding() ? ConvertAll<char>(units, Internal::UTF16ToUTF8, NothingToFinish)
                                                   : ConvertAll<char>(units, CachedConverter::FromUTF16(encoding));
     result.offset /= sizeof(char16_t);
     return result;

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
+#include "Platform/TextEncoding/Converter.h"
 #include "tests/Generated.h"
 
 namespace Converted {

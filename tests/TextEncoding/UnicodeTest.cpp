@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "Platform/TextEncoding/Utf8.h"
+#include "Source/Utf8/Utf8.h"
 #include "tests/Generated.h"
 #include "tests/TextEncoding/Converted.h"
 
@@ -94,7 +94,7 @@ void ExpectSame(TextConversion::ConvertFunction fast, TextConversion::ConvertFun
         const auto plainOutput = std::make_unique<unsigned char[]>(space);
         const auto a = fast(bytes, {fastOutput.get(), space});
         const auto b = plain(bytes, {plainOutput.get(), space});
-        ASSERT_EQ(std::tie(a.status, a.read, a.written), std::tie(b.status, b.read, b.written)) << space;
+        ASSERT_EQ(std::tie(a.ending, a.read, a.written), std::tie(b.ending, b.read, b.written)) << space;
         ASSERT_EQ(std::memcmp(fastOutput.get(), plainOutput.get(), a.written), 0) << space;
     }
 }

@@ -10,8 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Platform/TextEncoding/Cursor.h"
 #include "Source/Base/Target.h"
+#include "Source/Utf8/Cursor.h"
 
 LUM_TARGET_BEGIN("ssse3")
 

@@ -1,5 +1,5 @@
 // UTF-8 to and from UTF-16 with NEON, which every 64-bit ARM processor has.
-#include "Platform/TextEncoding/Utf8.h"
+#include "Source/Utf8/Utf8.h"
 
 #ifdef LUM_HAS_NEON
 #include <arm_neon.h>
@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Platform/TextEncoding/Utf8Plain.h"
 #include "Source/Base/Block16Neon.h"
+#include "Source/Utf8/Utf8Plain.h"
 
 namespace Lum::Internal::TextConversion::Neon {
 namespace {
@@ -90,11 +90,11 @@ Vector JoinSixBits(Vector pairs) noexcept {
     return Lanes(vsraq_n_u16(low, Units(And(pairs, Units16(kMask & 0xFF00))), 8));
 }
 
-#include "Platform/TextEncoding/Utf8Shuffles.inc"
+#include "Source/Utf8/Utf8Shuffles.inc"
 
 }  // namespace
 
-#include "Platform/TextEncoding/Utf8Blocks.inc"
+#include "Source/Utf8/Utf8Blocks.inc"
 
 }  // namespace Lum::Internal::TextConversion::Neon
 

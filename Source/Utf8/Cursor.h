@@ -4,11 +4,30 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 
-#include "Platform/TextEncoding/OwnedConverter.h"
 #include "Source/Base/UnitText.h"
 
 namespace Lum::Internal::TextConversion {
+
+using Input = std::span<const unsigned char>;
+using Output = std::span<unsigned char>;
+
+/// Why a conversion ends where it does.
+enum class Ending : std::uint8_t {
+    kDone,        ///< All input is read.
+    kOutputFull,  ///< The next element does not fit the output.
+    kMalformed,   ///< The next bytes are no text.
+    kIncomplete,  ///< The input ends within an element.
+    kUnmappable,  ///< The next character has no counterpart.
+};
+
+/// How far a conversion came, in bytes.
+struct Progress {
+    Ending ending;
+    std::size_t read;
+    std::size_t written;
+};
 
 /// Reads the unit at `from`, which need not be aligned.
 inline std::uint32_t LoadUnit(const unsigned char* from) noexcept {
@@ -23,24 +42,24 @@ inline void StoreUnit(unsigned char* to, std::uint32_t unit) noexcept {
 }
 
 /// Converts without keeping state between calls.
-using ConvertFunction = Step (*)(Input input, Output output) noexcept;
+using ConvertFunction = Progress (*)(Input input, Output output) noexcept;
 
-/// What is wrong with the UTF-16 element between `from` and `end`; noErr for a whole character.
-inline OSStatus Utf16Fault(const unsigned char* from, const unsigned char* end) noexcept {
+/// What is wrong with the UTF-16 element between `from` and `end`; kDone for a whole character.
+inline Ending Utf16Fault(const unsigned char* from, const unsigned char* end) noexcept {
     if (end - from < 2) {
-        return kTECPartialCharErr;
+        return Ending::kIncomplete;
     }
     const std::uint32_t unit = LoadUnit(from);
     if (!IsSurrogate(unit)) {
-        return noErr;
+        return Ending::kDone;
     }
     if (IsTrailSurrogate(unit)) {
-        return kTextMalformedInputErr;
+        return Ending::kMalformed;
     }
     if (end - from < 4) {
-        return kTECPartialCharErr;
+        return Ending::kIncomplete;
     }
-    return IsTrailSurrogate(LoadUnit(from + 2)) ? noErr : kTextMalformedInputErr;
+    return IsTrailSurrogate(LoadUnit(from + 2)) ? Ending::kDone : Ending::kMalformed;
 }
 
 struct Cursor {
@@ -59,9 +78,9 @@ struct Cursor {
         from += read;
         to += written;
     }
-    /// The result of a conversion that ends here.
-    [[nodiscard]] Step Stop(OSStatus status, Input input, Output output) const noexcept {
-        return {status, static_cast<std::size_t>(from - input.data()), static_cast<std::size_t>(to - output.data())};
+    /// A conversion that ends here.
+    [[nodiscard]] Progress Stop(Ending ending, Input input, Output output) const noexcept {
+        return {ending, static_cast<std::size_t>(from - input.data()), static_cast<std::size_t>(to - output.data())};
     }
 };
 

@@ -2,7 +2,7 @@
 // must have the same results.
 #pragma once
 
-#include "Platform/TextEncoding/Cursor.h"
+#include "Source/Utf8/Cursor.h"
 
 namespace Lum::Internal::TextConversion::Plain {
 
@@ -30,14 +30,14 @@ constexpr bool IsSecondByte(unsigned char first, unsigned char second) noexcept 
     }
 }
 
-/// The status for the bad element at `from`: incomplete if more bytes could complete it.
-constexpr OSStatus Utf8Fault(const unsigned char* from, const unsigned char* end) noexcept {
+/// What is wrong with the bad element at `from`: incomplete if more bytes could complete it.
+constexpr Ending Utf8Fault(const unsigned char* from, const unsigned char* end) noexcept {
     const std::size_t size = Utf8Size(*from);
     const auto left = static_cast<std::size_t>(end - from);
     if (size <= left || (left > 1 && !IsSecondByte(from[0], from[1])) || (left > 2 && !IsContinuation(from[2]))) {
-        return kTextMalformedInputErr;
+        return Ending::kMalformed;
     }
-    return kTECPartialCharErr;
+    return Ending::kIncomplete;
 }
 
 /// Whether a whole well-formed element of `size` bytes, two or more, is at `from`.
@@ -72,7 +72,7 @@ inline void SkimAsciiFromUtf16(Cursor& cursor) noexcept {
 }
 
 /// Converts the rest of the input from `cursor` on.
-inline Step Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept {
+inline Progress Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept {
     for (SkimAsciiToUtf16(cursor); cursor.from != cursor.fromEnd;) {
         const unsigned char* const from = cursor.from;
         const std::size_t size = Utf8Size(*from);
@@ -81,7 +81,7 @@ inline Step Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept 
             return cursor.Stop(Utf8Fault(from, cursor.fromEnd), input, output);
         }
         if (cursor.Space() < written) {
-            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+            return cursor.Stop(Ending::kOutputFull, input, output);
         }
         const auto bits = [&](std::size_t i) { return std::uint32_t{from[i]} & 0x3F; };
         switch (size) {
@@ -102,20 +102,20 @@ inline Step Utf8ToUtf16Rest(Cursor cursor, Input input, Output output) noexcept 
         }
         cursor.Advance(size, written);
     }
-    return cursor.Stop(noErr, input, output);
+    return cursor.Stop(Ending::kDone, input, output);
 }
 
 /// Converts the rest of the input from `cursor` on.
-inline Step Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept {
+inline Progress Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept {
     for (SkimAsciiFromUtf16(cursor); cursor.from != cursor.fromEnd;) {
-        if (const OSStatus fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != noErr) {
+        if (const Ending fault = Utf16Fault(cursor.from, cursor.fromEnd); fault != Ending::kDone) {
             return cursor.Stop(fault, input, output);
         }
         const std::uint32_t unit = LoadUnit(cursor.from);
         const bool isPair = IsLeadSurrogate(unit);
         const std::size_t size = unit < 0x80 ? 1 : unit < 0x800 ? 2 : isPair ? 4 : 3;
         if (cursor.Space() < size) {
-            return cursor.Stop(kTECOutputBufferFullStatus, input, output);
+            return cursor.Stop(Ending::kOutputFull, input, output);
         }
         const auto store = [&](std::size_t i, std::uint32_t byte) { cursor.to[i] = static_cast<unsigned char>(byte); };
         const auto tail = [&](std::size_t i, std::uint32_t bits) { store(i, 0x80 | (bits & 0x3F)); };
@@ -142,14 +142,14 @@ inline Step Utf16ToUtf8Rest(Cursor cursor, Input input, Output output) noexcept 
         }
         cursor.Advance(isPair ? 4 : 2, size);
     }
-    return cursor.Stop(noErr, input, output);
+    return cursor.Stop(Ending::kDone, input, output);
 }
 
-inline Step Utf8ToUtf16(Input input, Output output) noexcept {
+inline Progress Utf8ToUtf16(Input input, Output output) noexcept {
     return Utf8ToUtf16Rest(Cursor(input, output), input, output);
 }
 
-inline Step Utf16ToUtf8(Input input, Output output) noexcept {
+inline Progress Utf16ToUtf8(Input input, Output output) noexcept {
     return Utf16ToUtf8Rest(Cursor(input, output), input, output);
 }
 

@@ -1,7 +1,7 @@
 // UTF-8 to and from UTF-16 with AVX-512 (VBMI2): what is not the end of a character is compressed away.
 //
 // The method is Lemire's and Muła's ("Transcoding Unicode characters with AVX-512 instructions", 2023).
-#include "Platform/TextEncoding/Utf8.h"
+#include "Source/Utf8/Utf8.h"
 
 #ifdef __SSE2__
 #include <immintrin.h>
@@ -13,9 +13,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Platform/TextEncoding/Utf8Plain.h"
-#include "Platform/TextEncoding/Utf8Runs.h"
 #include "Source/Base/Target.h"
+#include "Source/Utf8/Utf8Plain.h"
+#include "Source/Utf8/Utf8Runs.h"
 
 #ifndef __clang__
 // g++ 12 warns of its own header: intrinsics start from a variable that they leave unset.
@@ -342,7 +342,7 @@ std::size_t ConvertUnits(Block block, unsigned char*& to) noexcept {
 
 }  // namespace
 
-#include "Platform/TextEncoding/Utf8Blocks.inc"
+#include "Source/Utf8/Utf8Blocks.inc"
 
 }  // namespace Lum::Internal::TextConversion::Avx512
 

@@ -1,5 +1,5 @@
 // UTF-8 to and from UTF-16 with SSE4.1.
-#include "Platform/TextEncoding/Utf8.h"
+#include "Source/Utf8/Utf8.h"
 
 #ifdef __SSE2__
 #include <smmintrin.h>
@@ -11,9 +11,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Platform/TextEncoding/Utf8Plain.h"
-#include "Platform/TextEncoding/Utf8Runs.h"
 #include "Source/Base/Target.h"
+#include "Source/Utf8/Utf8Plain.h"
+#include "Source/Utf8/Utf8Runs.h"
 
 LUM_TARGET_BEGIN("ssse3,sse4.1,popcnt")
 
@@ -80,11 +80,11 @@ Vector JoinSixBits(Vector pairs) noexcept {
     return _mm_maddubs_epi16(And(pairs, Units16(kMask)), Units16(0x0140));
 }
 
-#include "Platform/TextEncoding/Utf8Shuffles.inc"
+#include "Source/Utf8/Utf8Shuffles.inc"
 
 }  // namespace
 
-#include "Platform/TextEncoding/Utf8Blocks.inc"
+#include "Source/Utf8/Utf8Blocks.inc"
 
 }  // namespace Lum::Internal::TextConversion::Sse41
 

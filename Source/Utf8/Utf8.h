@@ -1,27 +1,27 @@
-// Picks what converts between UTF-8 and UTF-16 on this processor. Every variant gives the same bytes, statuses
+// Picks what converts between UTF-8 and UTF-16 on this processor. Every variant gives the same bytes, endings
 // and positions as the plain one.
 #pragma once
 
-#include "Platform/TextEncoding/Utf8Plain.h"
 #include "Source/Base/Cpu.h"
 #include "Source/Base/Target.h"
+#include "Source/Utf8/Utf8Plain.h"
 
 namespace Lum::Internal::TextConversion {
 
 #ifdef __SSE2__
 namespace Avx512 {
-Step Utf8ToUtf16(Input input, Output output) noexcept;
-Step Utf16ToUtf8(Input input, Output output) noexcept;
+Progress Utf8ToUtf16(Input input, Output output) noexcept;
+Progress Utf16ToUtf8(Input input, Output output) noexcept;
 }  // namespace Avx512
 namespace Sse41 {
-Step Utf8ToUtf16(Input input, Output output) noexcept;
-Step Utf16ToUtf8(Input input, Output output) noexcept;
+Progress Utf8ToUtf16(Input input, Output output) noexcept;
+Progress Utf16ToUtf8(Input input, Output output) noexcept;
 }  // namespace Sse41
 #endif
 #ifdef LUM_HAS_NEON
 namespace Neon {
-Step Utf8ToUtf16(Input input, Output output) noexcept;
-Step Utf16ToUtf8(Input input, Output output) noexcept;
+Progress Utf8ToUtf16(Input input, Output output) noexcept;
+Progress Utf16ToUtf8(Input input, Output output) noexcept;
 }  // namespace Neon
 #endif
 
