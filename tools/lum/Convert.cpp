@@ -1,16 +1,12 @@
 // lum convert: a text from one encoding to another, block by block.
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <stdexcept>
+#include <span>
 #include <string>
 #include <string_view>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <Lum/Transcoder.h>
 #include <CLI/CLI.hpp>
@@ -19,6 +15,7 @@
 #include "tools/lum/Commands.h"
 #include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
+#include "tools/lum/Input.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Progress.h"
 
@@ -31,50 +28,13 @@ struct Options {
     std::string file = "-";
 };
 
-/// A file, or standard input for "-", in whatever pieces it comes.
-class Source {
-public:
-    explicit Source(const std::string& file)
-        : m_Name(file == "-" ? "standard input" : '"' + Printable(file) + '"'),
-          m_Descriptor(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
-        if (m_Descriptor < 0) {
-            Fail("open");
-        }
-    }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
-    ~Source() { close(m_Descriptor); }
-
-    [[nodiscard]] bool IsTerminal() const { return isatty(m_Descriptor) != 0; }
-    /// How many bytes came; 0 at the end.
-    std::size_t Read(char* to, std::size_t size) {
-        for (;;) {
-            const ssize_t got = read(m_Descriptor, to, size);
-            if (got >= 0) {
-                return static_cast<std::size_t>(got);
-            }
-            if (errno != EINTR) {
-                Fail("read");
-            }
-        }
-    }
-
-private:
-    [[noreturn]] void Fail(const char* what) const {
-        throw std::runtime_error(std::string("cannot ") + what + ' ' + m_Name + ": " + std::strerror(errno));
-    }
-
-    const std::string m_Name;
-    const int m_Descriptor;
-};
-
 struct Failure {
     Lum::ConversionStatus status = Lum::ConversionStatus::kDone;
     std::uint64_t offset = 0;
 };
 
 /// Converts all of `source`, or up to what cannot be converted.
-Failure Convert(Source& source, Lum::StreamConverter& converter) {
+Failure Convert(Input& source, Lum::StreamConverter& converter) {
     using Lum::ConversionStatus;
     Progress progress("MB", 1000000, 10, source.IsTerminal());
     std::array<char, 65536> input;
@@ -91,7 +51,7 @@ Failure Convert(Source& source, Lum::StreamConverter& converter) {
     for (;;) {
         // What was not converted comes first in the next block.
         std::memmove(input.data(), held.data(), held.size());
-        const std::size_t got = source.Read(input.data() + held.size(), input.size() - held.size());
+        const std::size_t got = source.Read(std::span(input).subspan(held.size()));
         held = {input.data(), held.size() + got};
         ConversionStatus status = ConversionStatus::kOutputFull;
         while (status == ConversionStatus::kOutputFull) {
@@ -121,7 +81,7 @@ void AddConvert(CLI::App& app, int& status) {
     AddText(*command, "FILE", options->file, "The file with the text; without it, or for -, standard input");
     command->callback([options, &status] {
         Lum::StreamConverter converter(options->from, options->to);
-        Source source(options->file);
+        Input source(options->file);
         const Failure failure = Convert(source, converter);
         if (const std::string what = Explain(failure.status, options->from, options->to); !what.empty()) {
             FlushOutput();

@@ -1,16 +1,14 @@
-// Reads and writes through the C library's streams, whose getline takes bytes of any value.
+// Lines are cut from blocks, so that they may hold bytes of any value, and one that is there is not waited for.
 #include "tools/lum/Lines.h"
 
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <stdexcept>
 
-#include <unistd.h>
-
+#include "tools/lum/Input.h"
 #include "tools/lum/Progress.h"
 
 namespace Tool {
@@ -20,38 +18,32 @@ namespace {
     throw std::runtime_error(std::string(what) + ": " + std::strerror(error));
 }
 
-struct LineBuffer {
-    char* data = nullptr;
-    std::size_t capacity = 0;
-    LineBuffer() = default;
-    LineBuffer(const LineBuffer&) = delete;
-    LineBuffer& operator=(const LineBuffer&) = delete;
-    ~LineBuffer() { std::free(data); }
-};
-
 }  // namespace
 
 void ForEachInputLine(const std::function<void(std::string_view)>& use) {
-    Progress progress("lines", 1, 4000, isatty(STDIN_FILENO) != 0);
-    LineBuffer buffer;
-    for (;;) {
-        errno = 0;
-        const ssize_t size = getline(&buffer.data, &buffer.capacity, stdin);
-        if (size < 0) {
-            if (std::feof(stdin) == 0) {
-                Fail("cannot read standard input", errno);
-            }
-            return;
-        }
-        std::string_view line(buffer.data, static_cast<std::size_t>(size));
-        if (line.ends_with('\n')) {
-            line.remove_suffix(1);
-            if (line.ends_with('\r')) {
-                line.remove_suffix(1);
-            }
-        }
+    Input input("-");
+    Progress progress("lines", 1, 4000, input.IsTerminal());
+    const auto take = [&](std::string_view line) {
         use(line);
         progress.Advance(1);
+    };
+    std::array<char, 65536> block;
+    std::string begun;  // a line whose end has not been read
+    while (const std::size_t got = input.Read(block)) {
+        std::string_view rest(block.data(), got);
+        for (std::size_t end = rest.find('\n'); end != rest.npos; end = rest.find('\n')) {
+            std::string_view line = rest.substr(0, end);
+            if (!begun.empty()) {
+                line = begun.append(line);
+            }
+            take(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0)));
+            begun.clear();
+            rest.remove_prefix(end + 1);
+        }
+        begun.append(rest);
+    }
+    if (!begun.empty()) {
+        take(begun);
     }
 }
 

@@ -1,0 +1,43 @@
+// Reads through descriptors, which give what there is without waiting for a full block.
+#include "tools/lum/Input.h"
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "tools/lum/Display.h"
+
+namespace Tool {
+
+Input::Input(const std::string& file)
+    : m_Name(file == "-" ? "standard input" : '"' + Printable(file) + '"'),
+      m_Descriptor(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY)) {
+    if (m_Descriptor < 0) {
+        Fail("open");
+    }
+}
+
+Input::~Input() { close(m_Descriptor); }
+
+bool Input::IsTerminal() const { return isatty(m_Descriptor) != 0; }
+
+std::size_t Input::Read(std::span<char> block) {
+    for (;;) {
+        const auto got = read(m_Descriptor, block.data(), block.size());
+        if (got >= 0) {
+            return static_cast<std::size_t>(got);
+        }
+        if (errno != EINTR) {
+            Fail("read");
+        }
+    }
+}
+
+void Input::Fail(const char* what) const {
+    throw std::runtime_error(std::string("cannot ") + what + ' ' + m_Name + ": " + std::strerror(errno));
+}
+
+}  // namespace Tool

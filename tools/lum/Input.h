@@ -1,0 +1,30 @@
+// A file, or standard input, in whatever pieces it comes.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace Tool {
+
+/// Closed at the end. Throws std::runtime_error with the file's name where it cannot be opened or read.
+class Input {
+public:
+    /// "-" is standard input.
+    explicit Input(const std::string& file);
+    Input(const Input&) = delete;
+    Input& operator=(const Input&) = delete;
+    ~Input();
+
+    [[nodiscard]] bool IsTerminal() const;
+    /// How many bytes came, which may be fewer than the block has room for; 0 at the end.
+    std::size_t Read(std::span<char> block);
+
+private:
+    [[noreturn]] void Fail(const char* what) const;
+
+    const std::string m_Name;
+    const int m_Descriptor;
+};
+
+}  // namespace Tool
