@@ -33,23 +33,24 @@ format() { sources | xargs clang-format-14 --dry-run -Werror; }
 # The library only. The others are left out: they take minutes, and faults in them show when they run. So is the
 # one file of a later standard, at whose library headers clang-tidy 14 crashes.
 tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*' 2>&1 | sed '/warnings generated/d'; }
+warn=(-fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 headers() {
     for header in include/Lum/*.h; do
-        for compiler in g++ clang++-14; do
-            echo "#include <Lum/${header##*/}>" |
-                $compiler -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -Iinclude -x c++ - || return 1
+        for compiler in "g++ -std=c++20" "clang++-14 -std=c++2b -fno-exceptions -fno-rtti"; do
+            echo "#include <Lum/${header##*/}>" | $compiler "${warn[@]}" -Iinclude -x c++ - || return 1
         done
     done
 }
-clang32() {
-    sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | xargs -P "$(nproc)" -n 8 clang++-14 -m32 -std=c++20 \
-        -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -DLUM_NATIVE_PATHS=Mac -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64 -Iinclude -I.
+# each_source COMPILER ARGUMENT...: the library's sources, without the one that is for libstdc++ alone.
+each_source() {
+    sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared |
+        xargs -P "$(nproc)" -n 8 "$@" -std=c++20 "${warn[@]}" -DLUM_NATIVE_PATHS=Mac -Iinclude -I.
 }
-# As the standard library of other systems has it.
-libcxx() {
-    sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 8 \
-        clang++-14 -stdlib=libc++ -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-        -DLUM_NATIVE_PATHS=Mac -Iinclude -I.
+# As the standard library of other systems has it, and as clang sees 32 bits.
+libcxx() { each_source clang++-14 -stdlib=libc++ -m32 -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64; }
+# Debian's newest, whose headers lie in the root of its release: the two cannot be installed together.
+newest_libcxx() {
+    each_source clang++-19 -nostdinc++ -isystem build/worlds/root-amd64/usr/lib/llvm-19/include/c++/v1
 }
 # The tests of everything that has a fast way, on processors that lack more and more of what these need.
 processors() {
@@ -69,6 +70,15 @@ valgrind_tests() {
     variant valgrind -DLUM_NO_POOLS=ON &&
         valgrind -q --error-exitcode=1 --soname-synonyms=somalloc=nouserintercepts build/variants/valgrind/tests/lum-tests \
             --gtest_filter='-*EveryScalar*:*EveryShort*:Escaping*:Encodings*'
+}
+# A program that is built without exceptions and run-time types links with the library and does the same.
+consumer() {
+    for compiler in g++ clang++-14; do
+        for flags in "" "-fno-exceptions -fno-rtti"; do
+            $compiler -std=c++20 $flags -Iinclude examples/first.cpp -Lbuild/release -llum -Wl,-rpath,build/release -o build/consumer &&
+                build/consumer || return 1
+        done
+    done | sort | uniq -c | awk '$1 % 4 != 0 { exit 1 }'
 }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
@@ -91,12 +101,13 @@ check "clang-tidy" tidy
 check "the API's pages build" docs
 check "libraries for 32 bits are unpacked" checks/libraries32.sh
 check "32 bits, g++: all tests" build_and_test m32
-check "32 bits, clang++: no warning" clang32
-check "libc++: no warning" libcxx
+check "clang++ with libc++, 32 bits: no warning" libcxx
 check "older processors, emulated: tests of the fast ways" processors
 check "s390x, big-endian, emulated: the library's tests" checks/worlds.sh --library s390x
 if [ $full = yes ]; then
     check "other machines, emulated: all tests, the tool's output" checks/worlds.sh
+    check "the newest libc++: no warning" newest_libcxx
+    check "without exceptions and run-time types" consumer
     check "g++-11" variant g++-11 -DCMAKE_CXX_COMPILER=g++-11
     check "C++23" variant c++23 -DCMAKE_CXX_STANDARD=23
     check "link-time optimisation" variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Lum on other machines: cross built with clang, run under qemu-user, compared with this machine. Prints a line
 # for each architecture. Nothing foreign is installed; all is under build/, and a root is made once.
-# Usage: worlds.sh [--library] [--urls FILE] [ARCHITECTURE...]: arm64 armhf s390x ppc64el riscv64, by Debian's names
+# Usage: worlds.sh [--library] [--urls FILE] [ARCHITECTURE...]: arm64 armhf s390x ppc64el, by Debian's names, and
+# with the libraries of Debian 13 riscv64 and amd64
 #   --library     without the tool, and so without comparing its output
 #   --urls FILE   compares what the tool says of these URLs, one a line, beside the tests' own
 set -u -o pipefail
@@ -16,19 +17,19 @@ while [ $# -gt 0 ]; do
         *) break ;;
     esac
 done
-[ $# -gt 0 ] || set -- arm64 armhf s390x ppc64el riscv64
+[ $# -gt 0 ] || set -- arm64 armhf s390x ppc64el riscv64 amd64
 
 # Where this machine's own packages come from.
 mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Origin: Debian' 'Label: Debian' 'Component: main' | head -1)
 
-# make_root ARCHITECTURE SUITE GCC: the libraries that Lum and its tests are built with.
+# make_root ARCHITECTURE SUITE GCC ,PACKAGE: the libraries that Lum and its tests are built with, and one more.
 make_root() {
     local path=build/worlds/root-$1
     [ -e "$path/complete" ] && return
     rm -rf "$path"
     mkdir -p build/worlds
     mmdebstrap --quiet --variant=extract --architectures="$1" \
-        --include="libc6-dev,libgcc-$3-dev,libstdc++-$3-dev,libicu-dev,libplist-dev,libgtest-dev,libcli11-dev,nlohmann-json3-dev" \
+        --include="libc6-dev,libgcc-$3-dev,libstdc++-$3-dev,libicu-dev,libplist-dev,libgtest-dev,libcli11-dev,nlohmann-json3-dev$4" \
         "$2" "$path" "${mirror:-http://deb.debian.org/debian}" || return
     # Absolute links would lead out of the root.
     find "$path" -type l -lname '/*' | while read -r link; do
@@ -56,19 +57,20 @@ say() {
 
 # world ARCHITECTURE: builds and runs all; its output goes to a log.
 world() {
-    local triple emulator suite=bookworm gcc=12 clang=14 linker= own=OFF
+    local triple emulator suite=bookworm gcc=12 clang=14 linker= own=OFF more=
     case $1 in
         arm64) triple=aarch64-linux-gnu emulator=qemu-aarch64 ;;
         armhf) triple=arm-linux-gnueabihf emulator=qemu-arm ;;
         s390x) triple=s390x-linux-gnu emulator=qemu-s390x ;;
         ppc64el) triple=powerpc64le-linux-gnu emulator=qemu-ppc64le ;;
+        amd64) triple=x86_64-linux-gnu emulator=qemu-x86_64 suite=trixie gcc=14 clang=19 more=,libc++-19-dev ;;
         riscv64) triple=riscv64-linux-gnu emulator=qemu-riscv64 suite=trixie gcc=14 clang=19 linker=-fuse-ld=lld own=ON ;; # whose GoogleTest no linker here takes
         *) echo "no such architecture"; return 1 ;;
     esac
     local targets=(lum-tests native-paths-Unix native-paths-Win static-init-lum static-init-lum-static)
     [ $tool = OFF ] || targets+=(lum-cli)
     local build=build/worlds/$1 libraries=$root/build/worlds/root-$1
-    make_root "$1" $suite $gcc || { echo "the root cannot be made"; return 1; }
+    make_root "$1" $suite $gcc "$more" || { echo "the root cannot be made"; return 1; }
     { cmake -S . -B "$build" -G Ninja --toolchain "$root/cmake/World.cmake" -DCMAKE_CXX_COMPILER=clang++-$clang -DLUM_WORLD=$triple \
         -DLUM_WORLD_ROOT="$libraries" -DLUM_WORLD_QEMU=$emulator -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 \
         -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=$tool -DLUM_BUILD_GOOGLETEST=$own \
