@@ -111,6 +111,9 @@ if [ $full = yes ]; then
     check "g++-11" variant g++-11 -DCMAKE_CXX_COMPILER=g++-11
     check "C++23" variant c++23 -DCMAKE_CXX_STANDARD=23
     check "link-time optimisation" variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto
+    # Unsigned numbers wrap where that is meant.
+    check "clang++, no implicit conversion changes a number" variant integer -DCMAKE_CXX_COMPILER=clang++-14 \
+        "-DCMAKE_CXX_FLAGS=-O1 -fsanitize=implicit-conversion,bounds -fno-sanitize-recover=all -fsanitize-ignorelist=$PWD/checks/integer.txt"
     check "unsigned char, checked containers, filled locals" variant strict \
         "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
     check "valgrind: the library's tests" valgrind_tests
