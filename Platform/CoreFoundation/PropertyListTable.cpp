@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -40,7 +41,7 @@ bool AddEntries(plist_t dictionary, StringTable& table) {
         std::uint64_t size = 0;
         const char* const text = plist_get_string_ptr(node, &size);
         if (key == nullptr || text == nullptr) {
-            return false;
+            throw std::bad_alloc();  // the only reason, for a dictionary of strings
         }
         const auto keyUnits = DecodeUtf8(key.get());
         const auto units = DecodeUtf8({text, static_cast<std::size_t>(size)});

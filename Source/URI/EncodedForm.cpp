@@ -90,20 +90,25 @@ bool URI::FromEncodedString(StringProxy text, StringProxy encoding) {
         return [&target](std::string copy) { target = FastEscapeChars(std::move(copy), ModifiedURIEXcludedBitMap); };
     };
     bool isNormalized = true;
-    if (IsHierarchical()) {
-        isNormalized = normalize(m_Scheme, [&](std::string copy) { SetScheme(std::move(copy)); }) &&
-                       normalize(m_Authority, [&](std::string copy) { SetAuthority(std::move(copy)); }) &&
-                       normalize(m_ServerPort, [&](std::string copy) { SetServerPort(std::move(copy)); }) &&
-                       normalize(m_Path, [&](std::string copy) { SetPath(std::move(copy)); }) &&
-                       normalize(m_Username, storeUser(m_Username)) && normalize(m_Password, storeUser(m_Password));
-    } else {
-        isNormalized = normalize(m_NonHierarchical, [&](std::string copy) {
-            m_NonHierarchical = FastEscapeChars(std::move(copy), URInonhierexcludedBitMap);
-            SetHierState(false);
-        });
+    try {
+        if (IsHierarchical()) {
+            isNormalized = normalize(m_Scheme, [&](std::string copy) { SetScheme(std::move(copy)); }) &&
+                           normalize(m_Authority, [&](std::string copy) { SetAuthority(std::move(copy)); }) &&
+                           normalize(m_ServerPort, [&](std::string copy) { SetServerPort(std::move(copy)); }) &&
+                           normalize(m_Path, [&](std::string copy) { SetPath(std::move(copy)); }) &&
+                           normalize(m_Username, storeUser(m_Username)) && normalize(m_Password, storeUser(m_Password));
+        } else {
+            isNormalized = normalize(m_NonHierarchical, [&](std::string copy) {
+                m_NonHierarchical = FastEscapeChars(std::move(copy), URInonhierexcludedBitMap);
+                SetHierState(false);
+            });
+        }
+        isNormalized = isNormalized && normalize(m_Query, [&](std::string copy) { SetQuery(std::move(copy), true); }) &&
+                       normalize(m_Fragment, [&](std::string copy) { SetFragment(std::move(copy)); });
+    } catch (...) {
+        Initialize();
+        throw;
     }
-    isNormalized = isNormalized && normalize(m_Query, [&](std::string copy) { SetQuery(std::move(copy), true); }) &&
-                   normalize(m_Fragment, [&](std::string copy) { SetFragment(std::move(copy)); });
     if (!isNormalized) {
         Initialize();
     }

@@ -9,8 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/Allocations.h"
-
 namespace {
 
 static_assert(sizeof(CStringData) == (sizeof(void*) == 4 ? 16 : 24));
@@ -115,26 +113,6 @@ TEST(StringStorage, BrokenPreconditionsStayInsideTheBuffer) {
     s.SetAt(3, 'x');
     EXPECT_EQ(s, u"abc");
     EXPECT_EQ(s[-1] + s[3] + s[4] + s[std::numeric_limits<unsigned long long>::max()], 0);
-}
-
-TEST(StringStorage, AFailedAllocationLeavesTheStringAsItWas) {
-    const std::u16string text(600, u'x');
-    const auto survives = [&](auto change) {
-        CString s(text);
-        const CString sharer(s);
-        Allocations::FailAfter(0);
-        EXPECT_THROW(change(s), std::bad_alloc);
-        Allocations::NeverFail();
-        EXPECT_EQ(s, text);
-        EXPECT_EQ(s.GetAsUniCharStr(), sharer.GetAsUniCharStr());
-    };
-    survives([](CString& s) { s.SetAt(0, 'y'); });
-    survives([](CString& s) { s += s; });
-    survives([](CString& s) { s.Insert(1, s.GetAsUniCharStr()); });
-    survives([](CString& s) { s.Replace(u"x", u"yy"); });
-    survives([](CString& s) { s.GetBuffer(700); });
-    survives([&](CString& s) { s.AssignCopy(601, (text + u"y").c_str()); });
-    survives([&](CString& s) { s.Format(u"%s%s", text.c_str(), text.c_str()); });
 }
 
 TEST(StringStorage, AHostStringIsCachedByWhatTakesItsText) {
