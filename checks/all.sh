@@ -118,4 +118,9 @@ if [ $full = yes ]; then
         "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
     check "valgrind: the library's tests" valgrind_tests
 fi
+if [ $full = yes ]; then
+    LUM_HUGE_TEXTS=1 LUM_EXITS=1000 check "texts of 2^31 units; 1,000 exits while threads convert" \
+        variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto
+    LUM_HUGE_TEXTS=1 check "32 bits: the longest texts" build/m32/tests/lum-tests --gtest_filter='Limits*'
+fi
 exit $failed

@@ -1,0 +1,164 @@
+// Every index, length and count that an operation takes, at and around the ends of its range, beside what a plain
+// string gives.
+#include <Lum/CString.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <concepts>
+#include <cstddef>
+#include <cstdlib>
+#include <functional>
+#include <limits>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <Lum/Platform.h>
+#include <Lum/URI.h>
+
+namespace {
+
+using Text = std::u16string;
+constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
+
+/// Two numbers, and both of them clamped to the text.
+struct Numbers {
+    int a, b;
+    std::size_t from, to;
+};
+
+struct Row {
+    const char* name;
+    int numbers;  ///< How many it takes.
+    std::function<Text(CString& s, Numbers n)> run;
+    std::function<Text(Text t, Numbers n)> model;
+};
+
+Text Digits(std::integral auto number) {
+    return Text(CString::FromUTF8(std::to_string(static_cast<std::ptrdiff_t>(number))));
+}
+
+/// The text of a string, whose buffer then goes back.
+Text Last(CString s) {
+    s.LockBuffer();
+    return Text(s);
+}
+
+/// As many units; none for a negative number.
+Text Filled(int count, char16_t unit) { return Text(static_cast<std::size_t>(std::max(count, 0)), unit); }
+
+/// The same in a block of the exact size.
+std::vector<unsigned short> Block(int count) {
+    return std::vector<unsigned short>(static_cast<std::size_t>(std::max(count, 0)), u'u');
+}
+
+/// Runs all rows with pairs of the ends of the types int and short, of each size of a buffer and of the text, and
+/// of what is beside them, from `least` to `most`.
+void CompareAll(const std::vector<Row>& rows, int most) {
+    for (const int length : {0, 1, 63, 65, 600}) {
+        std::vector<int> numbers{kLeast, kLeast + 1, kMost - 1, kMost};
+        for (const int size : {0, 64, 128, 256, 512, 1 << 15, 1 << 16, length}) {
+            numbers.insert(numbers.end(), {size - 1, size, size + 1});
+        }
+        std::erase_if(numbers, [most](int number) { return number > most; });
+        // What takes the memory that it is asked for gets few second numbers.
+        const std::vector<int> others = most == kMost ? numbers : std::vector{kLeast, -1, 0, 1, 65, length};
+        Text t = Filled(length, u'x');
+        for (std::size_t i = 0; i < t.size(); i += 7) {
+            t[i] = i % 2 == 0 ? u',' : u'b';
+        }
+        const auto clamped = [length](int n) { return static_cast<std::size_t>(std::clamp(n, 0, length)); };
+        for (const Row& row : rows) {
+            for (const int a : numbers) {
+                for (const int b : row.numbers == 2 ? others : std::vector{0}) {
+                    const Numbers n{a, b, clamped(a), clamped(b)};
+                    CString s(t);
+                    ASSERT_EQ(row.run(s, n), row.model(t, n)) << row.name << ' ' << length << ' ' << a << ' ' << b;
+                    s.LockBuffer();
+                }
+            }
+        }
+    }
+}
+
+Text Part(const Text& t, int index) {
+    std::size_t from = index < 0 ? Text::npos : 0;
+    for (; index > 0 && from != Text::npos; --index) {
+        from = t.find(u',', from);
+        from += from == Text::npos ? 0 : 1;
+    }
+    return from == Text::npos ? Text() : t.substr(from, std::min(t.find(u',', from), t.size()) - from);
+}
+
+Text Token(const Text& t, std::size_t from) {
+    const std::size_t first = t.find_first_not_of(u',', from), end = std::min(t.find(u',', first), t.size());
+    return first == Text::npos ? Text(u"-1") : t.substr(first, end - first) + Digits(end + 1);
+}
+
+/// What ReleaseBuffer makes of a length.
+int Released(int size, int length) {
+    const int capacity = size > 512 || size == 0 ? size : std::max(64, static_cast<int>(std::bit_ceil(unsigned(size))));
+    return length == -1 ? size : std::clamp(length, 0, capacity);
+}
+
+using S = CString&;
+using N = Numbers;
+
+const std::vector<Row> kIndices{
+#include "tests/cstring/LimitsIndices.inc"
+};
+
+const std::vector<Row> kLengths{
+#include "tests/cstring/LimitsLengths.inc"
+};
+
+TEST(Limits, IndicesAndCountsAreClamped) { CompareAll(kIndices, kMost); }
+
+// Not above 2^16: what is more takes the memory that it asks for.
+TEST(Limits, NegativeLengthsCountAsZero) { CompareAll(kLengths, (1 << 16) + 1); }
+
+/// What is one above the most is refused, with nothing changed.
+TEST(Limits, TheLongestTexts) {
+    if (std::getenv("LUM_HUGE_TEXTS") == nullptr) {
+        GTEST_SKIP() << "takes 10 GB; LUM_HUGE_TEXTS=1 runs it";
+    }
+    if (sizeof(void*) == 4) {
+        EXPECT_THROW(CString('x', kMost), std::bad_alloc);
+        EXPECT_THROW(CString(u"abc").GetBuffer(kMost), std::bad_alloc);
+        CString s('x', 1 << 28);
+        s.LockBuffer();
+        EXPECT_THROW((s += s) += s, std::bad_alloc);
+        EXPECT_EQ(s.ReverseFind('x'), s.GetLength() - 1);
+        return;
+    }
+    {
+        CString s('x', kMost);
+        s.LockBuffer();
+        EXPECT_THROW(s += 'x', std::bad_alloc);
+        EXPECT_THROW(s.Insert(0, s), std::bad_alloc);
+        EXPECT_THROW(s.Replace(u"x", u"xx"), std::bad_alloc);
+        EXPECT_THROW(s.Format(u"%s%s", s.GetAsUniCharStr(), s.GetAsUniCharStr()), std::bad_alloc);
+        EXPECT_EQ(s.GetPartCount('x'), kMost) << "one less than there are";
+        EXPECT_EQ(s.Mid(kMost - 1, kMost) + s.Right(1) + s.RightMost(kMost - 1), u"xxx");
+        s.SetAt(kMost - 1, 'y');
+        int position = kMost - 1;
+        EXPECT_EQ(s.Tokenize(u",", position), u"y");
+        EXPECT_EQ(position, kMost);
+        EXPECT_EQ(s.Find(u"xy"), kMost - 2);
+        EXPECT_EQ(s.Find('y'), kMost - 1);
+        EXPECT_EQ(s.ToUTF8().size(), static_cast<std::size_t>(kMost));
+        EXPECT_EQ(s.Delete(1, kMost), kMost);
+        EXPECT_EQ(s, u"x");
+    }
+    const std::string path(std::size_t{kMost} + 1, 'x');
+    EXPECT_THROW(static_cast<void>(CString::FromUTF8(path)), std::bad_alloc);
+    Lum::URI uri("http://h/" + path);
+    EXPECT_EQ(uri.ToString(false).size(), path.size() + 9);
+    EXPECT_EQ(uri.GetFilename(false), path);
+    uri.SetQuery(path, true);
+    EXPECT_EQ(uri.GetQuery(true), path);
+}
+
+}  // namespace
