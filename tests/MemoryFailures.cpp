@@ -189,13 +189,6 @@ struct Operation {
     std::function<void(Subject& s)> run;
 };
 
-void Print(Subject& s) {
-    std::ostringstream out;
-    out.exceptions(std::ios::badbit);
-    out << s.uri << s.text << URI::StringProxy(kLong) << Lum::TimeStamp();
-    s.bytes = out.str();
-}
-
 /// Looks a number up in the tables of a folder for the first time.
 void LoadFrom(Subject& s, const char* bundle) {
     SetMainBundle(folder / bundle);
@@ -203,42 +196,10 @@ void LoadFrom(Subject& s, const char* bundle) {
     s.text.LoadString(10U);
 }
 
-/// A stream whose converter is used again after a failure.
-void Stream(Subject& s) {
-    char block[64];
-    Lum::StreamConverter converter("iso-2022-jp", "hz-gb-2312");
-    std::size_t written = 0;
-    try {
-        written = converter.Convert("\x1B$B$\"\x1B(B", block).written;
-        written += converter.Finish(std::span(block).subspan(written)).written;
-    } catch (const std::bad_alloc&) {
-        const Mode mode = std::exchange(s_mode, Mode::kNone);
-        converter.Clear();
-        if (converter.Convert("abc", block).written != 3) {
-            std::terminate();
-        }
-        s_mode = mode;
-        throw;
-    }
-    s.bytes.assign(block, written);
-}
-
 void Check(bool isThere) {
     if (!isThere) {
         throw std::bad_alloc();
     }
-}
-
-std::map<std::string, std::string> QueryOf(const URI& uri) {
-    std::map<std::string, std::string> map;
-    uri.GetQueryByMap(map);
-    return map;
-}
-
-std::string SplitAndJoined(const std::string& path) {
-    std::vector<std::string> segments;
-    URI::SplitPath(path, segments);
-    return URI::JoinPath(segments, true, true);
 }
 
 using Owned = std::unique_ptr<const void, void (*)(CFTypeRef)>;
