@@ -1,4 +1,4 @@
-// What several threads do: the lock, conversions by all of them at the same time, texts handed over, the end of the process.
+// What several threads do: the lock, conversions by all of them, strings handed over, the end of the process.
 #include <gtest/gtest.h>
 
 #include <chrono>
