@@ -1,9 +1,15 @@
 // Property: between any two encodings, a text that is converted in blocks of any size into outputs of any size
 // gives the same text, status and position as the whole text at once, by a StreamConverter and by ConvertText.
 // Every call makes progress. The result of a conversion without a fault can be converted again, and to UTF-16
-// it gives the text that it was made from, if that was UTF-16.
+// it gives the text that it was made from, if that was UTF-16. What becomes UTF-16 is what ICU makes of it and, where
+// the tables of both agree, iconv.
+#include <iconv.h>
+#include <unicode/ucnv.h>
+
 #include <algorithm>
+#include <bit>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -74,6 +80,46 @@ Converted Convert(Lum::StreamConverter& converter, std::string_view text, const 
     return result;
 }
 
+/// The text as UTF-16, or nothing where it is refused.
+std::optional<std::string> ByIcu(UConverter* icu, std::string_view text) {
+    UErrorCode error = U_ZERO_ERROR;
+    ucnv_setToUCallBack(icu, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+    std::u16string units(2 * text.size() + 8, u'\0');
+    const auto size = ucnv_toUChars(icu, units.data(), static_cast<int>(units.size()), text.data(),
+                                    static_cast<int>(text.size()), &error);
+    const auto bytes = std::string_view(reinterpret_cast<const char*>(units.data()), 2 * units.size());
+    return U_FAILURE(error) ? std::nullopt
+                            : std::optional<std::string>(bytes.substr(0, 2 * static_cast<std::size_t>(size)));
+}
+std::optional<std::string> ByIconv(const std::string& from, std::string text) {
+    const iconv_t iconv =
+        iconv_open(std::endian::native == std::endian::little ? "utf-16le" : "utf-16be", from.c_str());
+    std::string result(4 * text.size() + 8, '\0');
+    char *input = text.data(), *output = result.data();
+    std::size_t left = text.size(), space = result.size();
+    const bool isDone = ::iconv(iconv, &input, &left, &output, &space) != static_cast<std::size_t>(-1);
+    iconv_close(iconv);
+    result.resize(result.size() - space);
+    return isDone ? std::optional(result) : std::nullopt;
+}
+
+void RequireThatOthersAgree(const std::string& from, std::string_view text, const Converted& whole) {
+    const auto result = whole.status == ConversionStatus::kDone ? std::optional(whole.text) : std::nullopt;
+    UErrorCode error = U_ZERO_ERROR;
+    UConverter* const icu = ucnv_open(from.c_str(), &error);
+    if (U_SUCCESS(error) && from != "utf-32") {  // ICU drops its byte order mark.
+        const auto byIcu = ByIcu(icu, text);
+        // It refuses shift sequences without a character between them, drops what is incomplete at the end of HZ, and
+        // accepts unpaired surrogates in UTF-7.
+        const bool differ = from.starts_with("iso-2022-") || from == "hz-gb-2312" || from == "utf-7";
+        Require(byIcu == result || (differ && (!byIcu || !result)));
+    }
+    ucnv_close(icu);
+    if (from.starts_with("iso-8859-") || from.starts_with("koi8-") || from == "utf-8" || from == "windows-1256") {
+        Require(ByIconv(from, std::string(text)) == result);
+    }
+}
+
 const std::vector<Lum::EncodingInfo>& Encodings() {
     static const std::vector<Lum::EncodingInfo> encodings = [] {
         auto all = Lum::KnownEncodings();
@@ -102,6 +148,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Converted whole = Convert(converter, text, inputSize, outputSize);
     const auto direct = Lum::ConvertText(text, from, to);
     Require(whole == Converted{direct.status, direct.offset, direct.text});
+    if (to == "utf-16" && from != "utf-16") {
+        RequireThatOthersAgree(from, text, whole);
+    }
     converter.Clear();
     std::mt19937 random(data[1]);
     Require(Convert(

@@ -177,6 +177,8 @@ bool IcuConverter<Direction>::WritePending(Call& call) {
         }
         const std::size_t size = (next - m_PendingBegin) * sizeof(To);
         if (call.Space().size() < size) {
+            // Shift sequences before the character count as read, in whatever pieces ICU got them.
+            ReportUpTo(call, m_PendingPositions[m_PendingBegin]);
             return false;
         }
         std::memcpy(call.Space().data(), &m_Pending[m_PendingBegin], size);
