@@ -14,29 +14,6 @@
 
 namespace {
 
-/// The input as a row of choices; zeros when it has ended.
-class Choices {
-public:
-    Choices(const std::uint8_t* data, std::size_t size) : m_Data(data), m_Left(size) {}
-    [[nodiscard]] bool IsEmpty() const { return m_Left == 0; }
-
-    template <class Value>
-    Value Take() {
-        Value value{};
-        const std::size_t size = std::min(sizeof value, m_Left);
-        std::memcpy(&value, m_Data, size);
-        m_Data += size;
-        m_Left -= size;
-        return value;
-    }
-    unsigned Below(unsigned limit) { return Take<std::uint8_t>() % limit; }
-    char OneOf(std::string_view letters) { return letters[Below(static_cast<unsigned>(letters.size()))]; }
-
-private:
-    const std::uint8_t* m_Data;
-    std::size_t m_Left;
-};
-
 /// A number of the input, or one at an edge of its type.
 template <class Number>
 Number TakeNumber(Choices& choices) {
