@@ -137,7 +137,8 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
     const auto with = [&good](std::size_t fromEnd, const std::string& bytes) {
         return std::string(good).replace(good.size() - fromEnd, bytes.size(), bytes);
     };
-    const std::string large = "\x5F\x11\x80" + std::string(1, '\0') + std::string(0x8000, 'x');
+    // Referred to four times, it is one byte beyond four times the list and 64 KB.
+    const std::string large = "\x5F\x11" + Number(0x4000 + 54, 2) + std::string(0x4000 + 54, 'x');
     const struct {
         std::string bytes, problem;
     } rows[] = {
@@ -165,8 +166,9 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
          "line 4: too many entities in long texts"},
         {"bplist00", "not a binary property list of version 00"},
         {with(26, "\x09"), "the property list's trailer leads outside of it"},
-        {with(24, Number(~0ULL, 8)), "the property list's trailer leads outside of it"},
-        {with(8, Number(~0ULL, 8)), "the property list's trailer leads outside of it"},
+        {with(24, Number(4, 8)), "the property list's trailer leads outside of it"},
+        {with(8, Number(good.size() - 31, 8)), "the property list's trailer leads outside of it"},
+        {with(8, Number(8, 8)), "the property list's trailer leads outside of it"},
         {with(16, Number(1, 8)), "the property list is no dictionary"},
         {with(38, Number(0xFFFF, 2)), "the property list is no dictionary"},
         {Binary("\x01\x02", {"\x51k", "\x52v"}), "a key or value of the property list is no string"},

@@ -147,6 +147,10 @@ TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
         EXPECT_EQ(problem, damage.problem) << damage.what;
         EXPECT_EQ(Open("bad") > 0, problem.empty()) << damage.what;
     }
+    // Two types, the first of which is to have the other's reference as well.
+    const std::string shared = Fork({{"STR ", 1, "a"}, {"TEXT", 2, "b"}}).replace(256 + 10 + 34, 2, Number(1, 2));
+    Files::Write(m_Folder / "shared", shared);
+    EXPECT_EQ(ExplainResourceFile(m_Folder / "shared"), "reference lists overlap");
     for (std::size_t size = 0; size < good.size(); ++size) {
         EXPECT_EQ(Open("cut", good.substr(0, size)), -1) << size;
     }
