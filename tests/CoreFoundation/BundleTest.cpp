@@ -172,6 +172,7 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {with(16, Number(1, 8)), "the property list is no dictionary"},
         {with(38, Number(0xFFFF, 2)), "the property list is no dictionary"},
         {Binary("\x01\x02", {"\x51k", "\x52v"}), "a key or value of the property list is no string"},
+        {Binary("\x01\x02", {"\x51k", "\x62\0v"s}), "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x5F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}),
          "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x51\xE9"}), "a string of the property list is not valid text"},

@@ -127,9 +127,13 @@ TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
 TEST(CoreFoundationArrays, HoldAReferenceToWhatTheyHold) {
     const CFMutableArrayRef array = CFArrayCreateMutable(kCFAllocatorDefault, 0, &kCFTypeArrayCallBacks);
     const CFMutableArrayRef bare = CFArrayCreateMutable(kCFAllocatorDefault, 5, nullptr);
+    static int released = 0;
+    const CFArrayCallBacks counting = {0, nullptr, [](CFAllocatorRef, const void*) { ++released; }};
+    const CFMutableArrayRef counted = CFArrayCreateMutable(kCFAllocatorDefault, 0, &counting);
     OwnedString string = Make("text");
-    CFArrayAppendValue(array, string.get());
-    CFArrayAppendValue(bare, string.get());
+    for (const CFMutableArrayRef any : {array, bare, counted}) {
+        CFArrayAppendValue(any, string.get());
+    }
     EXPECT_EQ(CFArrayGetValueAtIndex(bare, 0), string.get());
     string.reset();
     EXPECT_EQ(CFStringGetLength(static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, 0))), 4);
@@ -137,8 +141,11 @@ TEST(CoreFoundationArrays, HoldAReferenceToWhatTheyHold) {
     EXPECT_EQ(CFArrayGetValueAtIndex(array, 1), nullptr);
     EXPECT_EQ(CFArrayGetValueAtIndex(array, -1), nullptr);
     EXPECT_EQ(CFArrayGetCount(nullptr), 0);
-    CFRelease(bare);
-    CFRelease(array);
+    for (const CFMutableArrayRef any : {array, bare, counted}) {
+        CFRelease(any);
+    }
+    EXPECT_EQ(released, 1);
+    CFRelease(CFRetain(nullptr));  // Nothing happens.
 }
 
 }  // namespace

@@ -137,6 +137,7 @@ TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
         {"a name outside", references + 2, 2, 0xFFFE, "a name lies outside the map"},
         {"a name that ends outside", good.size() - 2, 1, 2, "a name lies outside the map"},
         {"data of the first one byte too long", 256, 4, 3, "resources share data"},
+        {"data of the last one byte too long", 262, 4, 3, "a resource's data lies outside the data"},
         {"data of the first too long for the file", 256, 4, 0xFFFFFFFC, "a resource's data lies outside the data"},
     };
     for (const auto& damage : damages) {
