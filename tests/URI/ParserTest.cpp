@@ -100,9 +100,14 @@ TEST(Parser, EveryShortTextIsSplitByTheDefinition) {
 TEST(Parser, ATextOfTheObjectItselfIsReadAsACopyWouldBe) {
     for (const char* text : {"http://h/ftp://other/long-enough-for-the-heap?q", "http://h/a", "http://h/b\\c"}) {
         Exposed uri(text);
-        const std::string copy = uri.m_Path;
+        const std::string path = uri.m_Path;
         uri.ParseURI(uri.m_Path);
-        EXPECT_EQ(uri.Record(), Exposed(copy).Record());
+        EXPECT_EQ(uri.Record(), Exposed(path).Record());
+        // The host is stored before what stands in front of it.
+        uri.SetAuthority("//user:pass@host-name:80/path?query");
+        const std::string host = uri.m_Authority;
+        uri.ParseURI(uri.m_Authority);
+        EXPECT_EQ(uri.Record(), Exposed(host).Record());
         uri = "mailto:http://inner-host/path-of-some-length";
         uri = uri.m_NonHierarchical.c_str();
         EXPECT_EQ(uri, "http://inner-host/path-of-some-length");
