@@ -100,6 +100,7 @@ TEST(TimeStamp, FieldsRollOverAndSaturate) {
 TEST(TimeStamp, AnyCountSplitsIntoFieldsThatAddUp) {
     const auto last = TimeStamp::FromTicks(-1), lowest = TimeStamp::FromTicks(kLowest);
     EXPECT_EQ(last.ToW3DTF(), "1601-01-01T00:00:00Z");
+    EXPECT_EQ(TimeStamp(10000, 1, 1, 0, 0, 0, 0).ToW3DTF(), "10000-01-01T00:00:00Z");
     EXPECT_EQ(lowest.ToW3DTF(), "-27626--7--10T-2:-48:-5Z");
     EXPECT_EQ(TimeStamp::FromTicks(-2'019'910'176'000'000'001).ToW3DTF(), "-4800-02-29T-24:00:00Z");
     std::mt19937_64 random(1);

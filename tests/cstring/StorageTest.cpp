@@ -94,6 +94,16 @@ TEST(StringStorage, UnitsThatNobodyWroteAreZeros) {
     EXPECT_EQ(CString("\xFF\xFF"), zeros.substr(0, 2)) << "bytes that are no text";
 }
 
+TEST(StringStorage, ACopyToBeWrittenIsClearedBehindItsText) {
+    CString s(u"abc");
+    const CString sharing(s);
+    CString(u'x', 64).LockBuffer();  // The next buffer has its memory.
+    s.ReleaseBuffer(64);
+    EXPECT_EQ(s, u"abc" + std::u16string(61, u'\0'));
+    s.AllocBuffer(-1);
+    EXPECT_TRUE(s.IsEmpty());
+}
+
 TEST(StringStorage, AHostStringIsCachedByWhatTakesItsText) {
     CString s(u"12.5x"), t;
     EXPECT_EQ(s.GetIntValue(), 12);
