@@ -117,6 +117,10 @@ if [ $full = yes ]; then
     check "unsigned char, checked containers, filled locals" variant strict \
         "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
     check "valgrind: the library's tests" valgrind_tests
+    check "deliberate faults are noticed" checks/canaries.sh
+    check "lines and branches that tests execute" checks/coverage.sh
+    check "cppcheck" checks/cppcheck.sh
+    check "two builds of the library are equal" checks/reproducible.sh --all
 fi
 if [ $full = yes ]; then
     LUM_HUGE_TEXTS=1 LUM_EXITS=1000 check "texts of 2^31 units; 1,000 exits while threads convert" \

@@ -12,6 +12,9 @@ for file; do
     stack=$(grep GNU_STACK <<<"$segments") || fail "$file" "does not say whether its stack is executable"
     grep -qE 'RWE' <<<"$stack" && fail "$file" "executable stack"
     grep -qE 'TEXTREL' <<<"$dynamic" && fail "$file" "relocations in the code"
+    # What _FORTIFY_SOURCE calls.
+    imports=$(nm -D --undefined-only "$file")
+    grep -qE '__[a-z]+printf_chk' <<<"$imports" || fail "$file" "calls of the C library are not checked"
     grep -qaF "$PWD/" "$file" && ! grep -qF "$PWD/" <<<"$dynamic" && fail "$file" "names the folder $PWD"
 done
 exit $failed
