@@ -62,7 +62,8 @@ Row FullList(int id, int first) {
 }
 
 TEST_F(StringResources, AreLookedUpInOrder) {
-    Write(m_Folder / "Localizable.strings", "5 = \"five\"; 30 = \"not this\"; 2500 = \"\"; 7 = \"\";");
+    Write(m_Folder / "Localizable.strings",
+          "5 = \"five\"; 30 = \"not this\"; 2500 = \"\"; 7 = \"\"; 4711 = \"%d of %s\";");
     Write(m_Folder / "More.strings", "5 = \"not this\"; 32 = \"more\"; 33 = 33; 2500 = \"more\";");
     Write(m_Folder / "Last.strings", "32 = \"not this\"; 33 = \"last\";");
     for (const char* const name : {"None", "More", "Last"}) {
@@ -119,6 +120,11 @@ TEST_F(StringResources, AreLookedUpInOrder) {
     EXPECT_EQ(NumStrRes(), 7);
     EXPECT_EQ(CString(reinterpret_cast<const char*>(12)), u"entry 500");
     CFRelease(std::exchange(CString::m_arrayOfStringTables, nullptr));
+    CString formatted;
+    formatted.Format(4711U, 3, u"four");
+    EXPECT_EQ(formatted, u"3 of four");
+    formatted.Format(Loaded(4711).GetAsUniCharStr(), 5, u"six");
+    EXPECT_EQ(formatted, u"5 of six");
 }
 
 TEST_F(StringResources, AWriteToWhatWasLoadedStaysOutOfTheCache) {
