@@ -35,6 +35,7 @@ format() { sources | xargs clang-format-14 --dry-run -Werror; }
 tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*' 2>&1 | sed '/warnings generated/d'; }
 warn=(-fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 headers() {
+    echo '#include <Lum/lum.h>' | gcc -std=c99 -fsyntax-only -pedantic -Wall -Wextra -Werror -Iinclude -x c - || return 1
     for header in include/Lum/*.h; do
         for compiler in "g++ -std=c++20" "clang++-14 -std=c++2b -fno-exceptions -fno-rtti"; do
             echo "#include <Lum/${header##*/}>" | $compiler "${warn[@]}" -Iinclude -x c++ - || return 1

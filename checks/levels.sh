@@ -18,6 +18,7 @@ Source/Mutex|Source/Mutex include
 Source/TimeStamp|Source/TimeStamp Source/Base include
 Source/Transcoder|Source/Transcoder Source/Base Source/Utf8 Mac include
 Source/URI|Source/URI Source/Base Mac include
+Source/CInterface|Source/CInterface include
 cstring|cstring Source/Base Platform/Uc16 include
 cstring/host|cstring cstring/host Source/Base Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
 tools/lum|tools/lum include

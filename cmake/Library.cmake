@@ -40,6 +40,13 @@ set(LUM_SOURCES
     Platform/Uc16/Units.cpp
     Source/Base/Cpu.cpp
     Source/Base/UnitSearch.cpp
+    Source/CInterface/Encodings.cpp
+    Source/CInterface/Queries.cpp
+    Source/CInterface/Relations.cpp
+    Source/CInterface/Status.cpp
+    Source/CInterface/StringResources.cpp
+    Source/CInterface/TimeStamps.cpp
+    Source/CInterface/URIs.cpp
     Source/Mutex/Mutex.cpp
     Source/Transcoder/ConverterCache.cpp
     Source/Transcoder/ResizeUncleared.cpp

@@ -32,6 +32,7 @@
 
 #include <Lum/Lum.h>
 #include <Lum/ResourceFile.h>
+#include <Lum/lum.h>
 
 #include "tests/Resources/Files.h"
 #include "tests/URI/Exposed.h"
