@@ -29,7 +29,7 @@ build_and_test() { build "$1" && ctest --preset "$1" -j "$(nproc)"; }
 threads() {
     cmake --preset tsan -DLUM_BUILD_TOOLS=OFF && cmake --build --preset tsan --target lum-tests && build/tsan/tests/lum-tests
 }
-format() { sources | xargs clang-format-14 --dry-run -Werror; }
+format() { git ls-files -co --exclude-standard -- '*.h' '*.c' '*.cpp' | xargs clang-format-14 --dry-run -Werror; }
 # The library only. The others are left out: they take minutes, and faults in them show when they run. So is the
 # one file of a later standard, at whose library headers clang-tidy 14 crashes.
 tidy() { sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared | xargs -P "$(nproc)" -n 2 clang-tidy-14 -p build/asan --quiet --warnings-as-errors='*' 2>&1 | sed '/warnings generated/d'; }

@@ -23,6 +23,7 @@ cstring|cstring Source/Base Platform/Uc16 include
 cstring/host|cstring cstring/host Source/Base Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
 tools/lum|tools/lum include
 examples|include
+sql|include
 fuzz|fuzz tests include
 benchmarks|benchmarks include Source/Base
 tests|tests Source/Base Source/Utf8 Source/Mutex Source/Transcoder Source/TimeStamp Source/URI cstring cstring/host Mac Platform Platform/TextEncoding Platform/Script Platform/Uc16 include
@@ -35,7 +36,7 @@ module_of() { case $1 in
     *) echo "${1%%/*}" ;;
 esac; }
 
-files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp')
+files=$(git ls-files -co --exclude-standard -- '*.h' '*.c' '*.cpp')
 [ -n "$files" ] || { echo "no sources: not a git checkout?"; exit 1; }
 while IFS=: read -r file include; do
     module=$(module_of "$file")
