@@ -81,6 +81,7 @@ consumer() {
         done
     done | sort | uniq -c | awk '$1 % 4 != 0 { exit 1 }'
 }
+postgresql() { cmake --preset dev && cmake --build --preset dev && sql/postgresql/test.sh build/dev; }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 docs() { doxygen docs/Doxyfile; }
 
@@ -117,6 +118,7 @@ if [ $full = yes ]; then
         "-DCMAKE_CXX_FLAGS=-O1 -fsanitize=implicit-conversion,bounds -fno-sanitize-recover=all -fsanitize-ignorelist=$PWD/checks/integer.txt"
     check "unsigned char, checked containers, filled locals" variant strict \
         "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
+    check "PostgreSQL: the extension in a server of its own" postgresql
     check "valgrind: the library's tests" valgrind_tests
     check "deliberate faults are noticed" checks/canaries.sh
     check "lines and branches that tests execute" checks/coverage.sh
