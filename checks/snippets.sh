@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Runs the examples of README and docs. A ```cpp block with a main is compiled and run; its output must
-# be the ```text block that follows. In a ```console block the lines behind "$ " are run with the tool
+# be the ```text block that follows. So are ```c blocks with a main, ```python blocks, which find the module in examples/,
+# and ```sql blocks, which sqlite3 runs with the extension. In a ```console block the lines behind "$ " are run with the tool
 # and the commands of the project, and must print the lines that follow them.
 # Usage: snippets.sh BUILD-DIR
 set -u
@@ -31,7 +32,7 @@ run_console() { # WHERE FILE: prints the block as it would be, each command foll
 for file in README.md docs/*.md; do
     awk -v dir="$work" -v RS='' 'BEGIN { RS = "\n" }
         /^```/ && open { close(out); open = 0; next }
-        /^```(cpp|text|console)/ { kind = substr($0, 4); out = sprintf("%s/%04d.%s", dir, NR, kind); open = 1; printf "" > out; next }
+        /^```(cpp|c|python|sql|text|console)$/ { kind = substr($0, 4); out = sprintf("%s/%04d.%s", dir, NR, kind); open = 1; printf "" > out; next }
         /^```/ { out = "/dev/null"; open = 1; next }
         open { print > out }' "$file"
     last=
@@ -50,6 +51,23 @@ for file in README.md docs/*.md; do
                     echo "$where does not compile:"; cat "$work/log"; failed=1
                 fi
                 ;;
+            *.c)
+                last=
+                grep -q 'int main' "$block" || continue
+                if gcc -std=c99 -pedantic -Wall -Wextra -Werror -Iinclude "$block" -o "$work/example" "$build/liblum.so" \
+                    -Wl,-rpath,"$build" >"$work/log" 2>&1; then
+                    "$work/example" >"$work/output"
+                    last=$where
+                else
+                    echo "$where does not compile:"; cat "$work/log"; failed=1
+                fi
+                ;;
+            *.python)
+                last=$where
+                LUM_LIBRARY=$build/liblum.so PYTHONPATH=examples/python PYTHONDONTWRITEBYTECODE=1 python3 "$block" \
+                    >"$work/output" 2>&1
+                ;;
+            *.sql) last=$where; sqlite3 -batch -cmd ".load $build/sql/lum_sqlite" :memory: <"$block" >"$work/output" 2>&1 ;;
             *.text) [ -z "$last" ] || compare "$last" "$block" "$work/output"; last= ;;
             *.console) run_console "$where" "$block" ;;
         esac

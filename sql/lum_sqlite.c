@@ -256,7 +256,8 @@ typedef struct pairs {
 
 static int pairs_connect(sqlite3* database, void* user, int count, const char* const* arguments, sqlite3_vtab** table,
                          char** error) {
-    int status = sqlite3_declare_vtab(database, "CREATE TABLE x(key TEXT, value TEXT, url HIDDEN)");
+    /* Hidden columns take part when names are looked up: "url" would be ambiguous beside a table's own. */
+    int status = sqlite3_declare_vtab(database, "CREATE TABLE x(key TEXT, value TEXT, lum_url HIDDEN)");
     (void)user, (void)count, (void)arguments, (void)error;
     if (status == SQLITE_OK) {
         *table = sqlite3_malloc(sizeof **table);

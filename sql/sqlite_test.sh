@@ -23,7 +23,7 @@ expect '90001|60000' "WITH t(s) AS (SELECT printf('%.*c', 30000, 'x')) SELECT
     length(lum_path('http://h/' || s || '%20' || s || s)) - 1, length(value) FROM t, lum_query_pairs('?' || s || '=' || s || s)"
 # In a join, whichever table is written first; the hidden column has the argument.
 expect 'a|1|HTTP://H/?a=1
-b|2|?b=2' "WITH t(u) AS (VALUES ('HTTP://H/?a=1'), ('?b=2')) SELECT key, value, url FROM lum_query_pairs(t.u), t"
+b|2|?b=2' "WITH t(u) AS (VALUES ('HTTP://H/?a=1'), ('?b=2')) SELECT key, value, lum_url FROM lum_query_pairs(t.u), t"
 expect '' "SELECT * FROM lum_query_pairs"
 
 # The tests' table of URIs, and whether an index is used.
