@@ -2,7 +2,9 @@
 #pragma once
 
 #include <Lum/CString.h>
+#include <Lum/PathView.h>
 #include <Lum/Platform.h>
+#include <Lum/QueryView.h>
 #include <Lum/ResourceFile.h>
 #include <Lum/TimeStamp.h>
 #include <Lum/Transcoder.h>
