@@ -71,6 +71,36 @@ expect 0 'http://h/?a=1&b=2&c=x%20y' "$lum" query 'http://h/?b=2' --set a=1 'c=x
 expect 0 '?%5Bk=%5Dv' "$lum" query '' --set '[k=]v'
 expect_lines 0 '{"input":"?a=1&b","valid":true,"pairs":[{"key":"a","value":"1"},{"key":"b","value":""}]}' \
     '?a=1&b' "$lum" query --json
+expect 0 '{"input":"?b=%7e&","valid":true,"pairs":[{"key":"b","value":"%7e"},{"key":"","value":""}]}' \
+    "$lum" query --json --raw '?b=%7e&'
+expect 0 %7e "$lum" query --raw '?b=%7e&b=1' --get b
+expect_lines 1 '
+/a b' 'x\\y\nhttp://h/a%%20b' "$lum" get path
+expect 0 '{"input":"http://[::1]/","valid":true,"host":"[::1]"}' "$lum" get --json --raw host 'http://[::1]/'
+expect 0 'h	/a%20b{}' "$lum" parse --format '{host}\t{path:raw}{{}}' 'http://h/a%20b'
+expect 1 $'http://h/\t\n\tbackslash in the path' "$lum" parse --format '{text}\t{reason}' http://h/ 'a\b'
+while IFS='#' read -r form problem; do
+    expect 2 "lum: --format: $problem (lum --help tells more)" "$lum" parse --format "$form" x
+done <<'END'
+{hst}#no field "hst"
+{host} }#a lone "}"; write it twice
+a\q#what does "\q" mean? Known are \t \n \r \0 \\
+END
+# Set, and read back from the result: a path is rooted behind a host; what a relative reference cannot hold is refused.
+while read -r status result arguments; do
+    # shellcheck disable=SC2086
+    expect "$status" "${result/-/}" "$lum" edit $arguments
+done <<'END'
+0 ftp://u:p@[::1]:2/a/b?q#f --scheme ftp --user u --password p --host [::1] --port 2 --query q --fragment f a/b
+0 mailto:b mailto:a --non-hierarchical b
+0 http://h/%252F?a=1&a=2&b= http://h/?b --path /%2F --set a=1 --append a=2 --remove b --append b=
+1 - --host h a/b
+1 - --scheme h2 http://h/
+1 - --password p http://h/
+1 - x\y
+END
+expect_lines 0 '{"input":"http://h/?a","valid":true,"text":"http://h/"}' 'http://h/?a' "$lum" edit --json --query ''
+expect 2 'lum: --append: no "=" in "k" (lum --help tells more)' "$lum" edit x --append k
 expect 0 'C:\a b' "$lum" path --to win 'file:///C|/a%20b'
 expect_lines 1 '
 /Volumes/Disk/x' 'http://h/\nfile:///Disk/x' "$lum" path --to unix

@@ -49,4 +49,8 @@ CLI::Option* AddTexts(CLI::App& command, const std::string& name, std::vector<st
     return WithoutShield(command.add_option(name, texts, help));
 }
 
+std::string CheckPair(const std::string& pair) {
+    return pair.find('=') == std::string::npos ? "no \"=\" in \"" + pair + '"' : std::string();
+}
+
 }  // namespace Tool

@@ -24,4 +24,7 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::string& te
 CLI::Option* AddTexts(CLI::App& command, const std::string& name, std::vector<std::string>& texts,
                       const std::string& help);
 
+/// What is wrong with a text that has to be KEY=VALUE; "" for a good one.
+std::string CheckPair(const std::string& pair);
+
 }  // namespace Tool

@@ -7,6 +7,8 @@
 namespace Tool {
 
 void AddParse(CLI::App& app, int& status);
+void AddGet(CLI::App& app, int& status);
+void AddEdit(CLI::App& app, int& status);
 void AddEscape(CLI::App& app, int& status);
 void AddUnescape(CLI::App& app, int& status);
 void AddResolve(CLI::App& app, int& status);

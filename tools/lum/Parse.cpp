@@ -1,6 +1,5 @@
 // lum parse: what was found in each URI, as a table or as JSON, and why a text is not valid.
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -15,25 +14,15 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
+#include "tools/lum/Components.h"
 #include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
+#include "tools/lum/LineFormat.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
 
 namespace Tool {
 namespace {
-
-/// A component's name in the output, its text in the URI, and the operation that reads it unescaped.
-struct Component {
-    std::string_view name;
-    std::string_view stored;
-    std::string (*get)(const Lum::URI& uri);
-};
-
-/// What a component is called in a sentence.
-std::string_view Title(const Component& component) {
-    return component.name == "nonHierarchical" ? "non-hierarchical" : component.name;
-}
 
 /// A component as bytes of the encoding, with those that its escapes stand for.
 std::string BytesOf(std::string_view stored, const std::string& encoding) {
@@ -49,36 +38,19 @@ std::string BytesOf(std::string_view stored, const std::string& encoding) {
     return bytes;
 }
 
-/// A URI whose stored components can be read.
-class ParsedURI : public Lum::URI {
-public:
-    using URI::URI;
-
-    [[nodiscard]] std::array<Component, 9> Components() const {
-        return {{{"scheme", m_Scheme, [](const URI& uri) { return uri.GetScheme(); }},
-                 {"user", m_Username, [](const URI& uri) { return uri.GetUsername(); }},
-                 {"password", m_Password, [](const URI& uri) { return uri.GetPassword(); }},
-                 {"host", m_Authority, [](const URI& uri) { return uri.GetAuthority(); }},
-                 {"port", m_ServerPort, [](const URI& uri) { return uri.GetServerPort(); }},
-                 {"path", m_Path, [](const URI& uri) { return uri.GetPath(); }},
-                 {"query", m_Query, [](const URI& uri) { return uri.GetQuery(true); }},
-                 {"fragment", m_Fragment, [](const URI& uri) { return uri.GetFragment(); }},
-                 {"nonHierarchical", m_NonHierarchical, [](const URI& uri) { return uri.GetNonHierarchical(); }}}};
-    }
-    /// Why some component's escapes stand for no text of the encoding; "" where all do.
-    [[nodiscard]] std::string ExplainEscapes(const std::string& encoding) const {
-        for (const Component& component : Components()) {
-            if (component.stored.find('%') != std::string_view::npos) {
-                const auto text = Lum::ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
-                if (text.status != Lum::ConversionStatus::kDone) {
-                    return std::string(Title(component)) + " with escapes that are " +
-                           Explain(text.status, encoding, "utf-8");
-                }
+/// Why some component's escapes stand for no text of the encoding; "" where all do.
+std::string ExplainEscapes(const ParsedURI& uri, const std::string& encoding) {
+    for (const Component& component : uri.Components()) {
+        if (component.stored.find('%') != std::string_view::npos) {
+            const auto text = Lum::ConvertText(BytesOf(component.stored, encoding), encoding, "utf-8");
+            if (text.status != Lum::ConversionStatus::kDone) {
+                return std::string(component.Title()) + " with escapes that are " +
+                       Explain(text.status, encoding, "utf-8");
             }
         }
-        return {};
     }
-};
+    return {};
+}
 
 constexpr std::string_view Describe(Lum::URIProblemCode code) {
     switch (code) {
@@ -119,7 +91,7 @@ struct Reading {
             offset = problem.offset;
             length = problem.length;
         } else if (!encoding.empty()) {
-            reason = uri.ExplainEscapes(encoding);
+            reason = ExplainEscapes(uri, encoding);
             if (!reason.empty()) {
                 uri = ParsedURI();
                 return;
@@ -187,7 +159,7 @@ std::string Table(const Reading& reading) {
             continue;
         }
         const std::string unescaped = component.get(uri);
-        Shown& row = shown.emplace_back(Shown{Title(component), Printable(component.stored), {}});
+        Shown& row = shown.emplace_back(Shown{component.Title(), Printable(component.stored), {}});
         if (component.stored != unescaped) {
             row.unescaped = "  = " + Printable(unescaped);
             storedColumns = std::max(storedColumns, Columns(row.stored));
@@ -213,6 +185,7 @@ void AddParse(CLI::App& app, int& status) {
     struct Options {
         bool json = false;
         std::string encoding;
+        std::string format;
         std::vector<std::string> uris;
     };
     const auto options = std::make_shared<Options>();
@@ -220,12 +193,18 @@ void AddParse(CLI::App& app, int& status) {
     AddText(*command, "--encoding", options->encoding, "The encoding of the texts and of what their escapes stand for")
         ->option_text("ENC")
         ->check(CheckEncoding);
+    auto* format =
+        AddText(*command, "--format", options->format, "Print a line of this form: {host}, {path:raw}, \\t, ...");
+    format->option_text("TEXT")->excludes("--json")->check(LineFormat::Check);
     AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
-    command->callback([options, &status] {
+    command->callback([options, format, &status] {
         bool isFirst = true;
+        const LineFormat line(options->format);
         const auto show = [&](std::string_view text) {
             const Reading reading(text, options->encoding);
-            if (options->json) {
+            if (!format->empty()) {
+                WriteLine(line.Filled(reading.uri, text, reading.reason));
+            } else if (options->json) {
                 WriteAsJson(reading);
             } else {
                 WriteText((isFirst ? "" : "\n") + Table(reading));

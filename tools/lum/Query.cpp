@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include <Lum/QueryView.h>
 #include <Lum/URI.h>
 #include <CLI/CLI.hpp>
 
@@ -19,12 +20,32 @@ namespace {
 
 struct Options {
     bool json = false;
+    bool raw = false;
     std::string uri;
     std::string key;
     std::vector<std::string> pairs;
 };
 
+/// The pairs as stored, in their order.
+void ShowRaw(const Options& options, std::string_view text, const Lum::URI& uri) {
+    auto list = nlohmann::ordered_json::array();
+    for (const Lum::QueryPair pair : Lum::QueryView(uri)) {
+        if (options.json) {
+            list.push_back({{"key", pair.key}, {"value", pair.value}});
+        } else {
+            WriteLine(Printable(pair.text));
+        }
+    }
+    if (options.json) {
+        WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"pairs", list}});
+    }
+}
+
 void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri) {
+    if (options.raw) {
+        ShowRaw(options, text, uri);
+        return;
+    }
     std::map<std::string, std::string> pairs;
     uri.GetQueryByMap(pairs);
     if (options.json) {
@@ -43,7 +64,13 @@ void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri)
 
 bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri) {
     std::string value;
-    const bool isFound = uri.GetQueryValue(options.key, value);
+    bool isFound = uri.GetQueryValue(options.key, value);
+    if (options.raw) {
+        const Lum::QueryView pairs(uri);
+        const std::size_t index = pairs.Find(options.key);
+        isFound = index != Lum::QueryView::npos;
+        value = pairs[index].value;
+    }
     if (options.json) {
         WriteJson({{"input", text}, {"key", options.key}, {"found", isFound}, {"value", value}});
     } else {
@@ -53,9 +80,19 @@ bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri)
 }
 
 void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
+    Lum::QueryEdit edit(uri);
     for (const std::string& pair : options.pairs) {
         const std::size_t divider = pair.find('=');
-        uri.SetQueryValue(pair.substr(0, divider), pair.substr(divider + 1));
+        const std::string key = pair.substr(0, divider);
+        const std::string value = pair.substr(divider + 1);
+        if (options.raw) {
+            edit.Set(key, value);
+        } else {
+            uri.SetQueryValue(key, value);
+        }
+    }
+    if (options.raw) {
+        edit.PutInto(uri);
     }
     if (options.json) {
         WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"text", uri.ToString(false)}});
@@ -70,12 +107,11 @@ void AddQuery(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("query", "Show the pairs of a query, get one, or set some");
     const auto options = std::make_shared<Options>();
     command->add_flag("--json", options->json, "Print one JSON object a line");
+    command->add_flag("--raw", options->raw, "Pairs as stored, in their order; --set leaves the others as they are");
     auto* uri = AddText(*command, "URI", options->uri, "The URI; without it, the lines of standard input");
     auto* get = AddText(*command, "--get", options->key, "Print the value of this key")->option_text("KEY");
     auto* set = AddTexts(*command, "--set", options->pairs, "Set these pairs and print the URI");
-    set->option_text("KEY=VALUE ...")->excludes(get)->check([](const std::string& pair) {
-        return pair.find('=') == std::string::npos ? "no \"=\" in \"" + pair + '"' : std::string();
-    });
+    set->option_text("KEY=VALUE ...")->excludes(get)->check(CheckPair);
     command->callback([options, uri, get, set, &status] {
         const std::vector<std::string> one(uri->empty() ? 0 : 1, options->uri);
         ForEachText(one, [&](std::string_view text) {
