@@ -9,3 +9,4 @@
 #include <Lum/TimeStamp.h>
 #include <Lum/Transcoder.h>
 #include <Lum/URI.h>
+#include <Lum/URILiteral.h>

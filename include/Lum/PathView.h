@@ -34,6 +34,9 @@ struct StoredPath : URI {
     static constexpr std::string URI::*kMember = &StoredPath::m_Path;
     static constexpr std::string URI::*kHost = &StoredPath::m_Authority;
     static constexpr std::string URI::*kScheme = &StoredPath::m_Scheme;
+
+    static const std::string& Of(const URI& uri) noexcept { return uri.*kMember; }
+    static const std::string& Of(const std::string& text) noexcept { return text; }
 };
 }  // namespace Internal
 
@@ -55,10 +58,11 @@ public:
     /// Of the text of an escaped path.
     constexpr explicit PathView(std::string_view path LUM_LIFETIMEBOUND) noexcept
         : PieceView(path.substr(path.starts_with('/') ? 1 : 0)), m_IsRooted(path.starts_with('/')) {}
-    /// Of a URI's path, until the URI changes.
-    template <std::derived_from<URI> AnyURI>
-    explicit PathView(const AnyURI& uri LUM_LIFETIMEBOUND) noexcept
-        : PathView(std::string_view(uri.*Internal::StoredPath::kMember)) {}
+    /// Of a URI's path, until the URI changes, or of a string. A temporary one is refused by compilers that see it.
+    template <class Owner>
+    requires std::derived_from<Owner, URI> || std::same_as<Owner, std::string>
+    explicit PathView(const Owner& owner LUM_LIFETIMEBOUND) noexcept
+        : PathView(std::string_view(Internal::StoredPath::Of(owner))) {}
 
     /// Whether a "/" begins the path.
     [[nodiscard]] constexpr bool IsRooted() const noexcept { return m_IsRooted; }

@@ -33,6 +33,9 @@ namespace Internal {
 /// The stored query of a URI.
 struct StoredQuery : URI {
     static constexpr std::string URI::*kMember = &StoredQuery::m_Query;
+
+    static const std::string& Of(const URI& uri) noexcept { return uri.*kMember; }
+    static const std::string& Of(const std::string& text) noexcept { return text; }
 };
 }  // namespace Internal
 
@@ -61,9 +64,10 @@ public:
 
     /// Of the text of a query, without its "?".
     constexpr explicit QueryView(std::string_view query LUM_LIFETIMEBOUND) noexcept : PieceView(query) {}
-    /// Of a URI's query, until the URI changes.
-    template <std::derived_from<URI> AnyURI>
-    explicit QueryView(const AnyURI& uri LUM_LIFETIMEBOUND) noexcept : PieceView(uri.*Internal::StoredQuery::kMember) {}
+    /// Of a URI's query, until the URI changes, or of a string. A temporary one is refused by compilers that see it.
+    template <class Owner>
+    requires std::derived_from<Owner, URI> || std::same_as<Owner, std::string>
+    explicit QueryView(const Owner& owner LUM_LIFETIMEBOUND) noexcept : PieceView(Internal::StoredQuery::Of(owner)) {}
 
     /// The index of the first pair from index `from` on whose unescaped key is `key`, or npos.
     /// Of "a=1&%61=2", Find("a", 1) is 1.
