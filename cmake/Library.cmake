@@ -64,6 +64,7 @@ set(LUM_SOURCES
     Source/URI/Paths.cpp
     Source/URI/Query.cpp
     Source/URI/Record.cpp
+    Source/URI/Redaction.cpp
     Source/URI/References.cpp
     Source/URI/Relations.cpp
     Source/URI/Serialiser.cpp

@@ -101,6 +101,27 @@ done <<'END'
 END
 expect_lines 0 '{"input":"http://h/?a","valid":true,"text":"http://h/"}' 'http://h/?a' "$lum" edit --json --query ''
 expect 2 'lum: --append: no "=" in "k" (lum --help tells more)' "$lum" edit x --append k
+# What is left of a text for a log: "text>what is printed", with "token" named.
+while IFS='>' read -r text left; do
+    expect "$([[ $left == *'\'* ]]; echo $((1 - $?)))" "$left" "$lum" parse --redact-key token --format '{input}' "$text"
+done <<'END'
+http://u:s@h:80/x@y?a=b:c@d>http://u@h:80/x@y?a=b:c@d
+http://u:a@b:c@h/>http://u@h/
+http://u:12/s@h/>http://u:12/s@h/
+http://u:s/t@h/x>http://u@h/x
+http://u:s?t#v@h/>http://u@h/
+http://[::1]:8/a@b>http://[::1]:8/a@b
+http://::1/a@b>http://::1/a@b
+http:u:s@h>http:u@h
+mailto:a@b>mailto:a@b
+http://h/?next=http://u:s@g/&ToKen=s=t&x=1#token=>http://h/?next=http://u@g/&ToKen=&x=1#token=
+a?t%6Fken=s?t;u#v#f>a?t%6Fken=#f
+a;token=s&b#token=s>a;token=&b#token=
+c1:u:s@h\>c1@h\
+http://u:s/@h/\>http://u@h/\
+END
+expect 0 'http://u@h/?k=' "$lum" edit --redact-key k --user u --password s --set k=s http://h/
+expect_lines 0 '{"input":"http://u@h/","valid":true,"text":"http://u@h/"}' 'http://u:s@h/' "$lum" edit --redact --json
 expect 0 'C:\a b' "$lum" path --to win 'file:///C|/a%20b'
 expect_lines 1 '
 /Volumes/Disk/x' 'http://h/\nfile:///Disk/x' "$lum" path --to unix

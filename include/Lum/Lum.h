@@ -5,6 +5,7 @@
 #include <Lum/PathView.h>
 #include <Lum/Platform.h>
 #include <Lum/QueryView.h>
+#include <Lum/Redaction.h>
 #include <Lum/ResourceFile.h>
 #include <Lum/TimeStamp.h>
 #include <Lum/Transcoder.h>

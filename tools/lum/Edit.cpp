@@ -17,6 +17,7 @@
 #include "tools/lum/Components.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Redaction.h"
 
 namespace Tool {
 namespace {
@@ -48,6 +49,7 @@ constexpr std::array<Setting, 9> kSettings{{
 
 struct Options {
     bool json = false;
+    Redaction redaction;
     std::array<std::string, kSettings.size()> values;
     std::array<CLI::Option*, kSettings.size()> given{};
     std::vector<std::string> pairs;
@@ -113,6 +115,7 @@ void AddEdit(CLI::App& app, int& status) {
         ->option_text("KEY=VALUE")
         ->allow_extra_args(false)
         ->check(CheckPair);
+    options->redaction.AddTo(*command);
     AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
     command->callback([options, &status] {
         ForEachText(options->uris, [&](std::string_view text) {
@@ -123,8 +126,9 @@ void AddEdit(CLI::App& app, int& status) {
                 edited = ReadsBack(uri) ? uri.ToString(false) : "";
             }
             const bool isValid = !edited.empty();
+            edited = options->redaction.Of(edited);
             if (options->json) {
-                WriteJson({{"input", text}, {"valid", isValid}, {"text", edited}});
+                WriteJson({{"input", options->redaction.Of(text)}, {"valid", isValid}, {"text", edited}});
             } else {
                 WriteLine(edited);
             }

@@ -20,6 +20,7 @@
 #include "tools/lum/LineFormat.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Redaction.h"
 
 namespace Tool {
 namespace {
@@ -186,6 +187,7 @@ void AddParse(CLI::App& app, int& status) {
         bool json = false;
         std::string encoding;
         std::string format;
+        Redaction redaction;
         std::vector<std::string> uris;
     };
     const auto options = std::make_shared<Options>();
@@ -196,11 +198,13 @@ void AddParse(CLI::App& app, int& status) {
     auto* format =
         AddText(*command, "--format", options->format, "Print a line of this form: {host}, {path:raw}, \\t, ...");
     format->option_text("TEXT")->excludes("--json")->check(LineFormat::Check);
+    options->redaction.AddTo(*command);
     AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
     command->callback([options, format, &status] {
         bool isFirst = true;
         const LineFormat line(options->format);
-        const auto show = [&](std::string_view text) {
+        const auto show = [&](std::string_view given) {
+            const std::string text = options->redaction.Of(given);
             const Reading reading(text, options->encoding);
             if (!format->empty()) {
                 WriteLine(line.Filled(reading.uri, text, reading.reason));
