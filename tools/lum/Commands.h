@@ -7,6 +7,7 @@
 namespace Tool {
 
 void AddParse(CLI::App& app, int& status);
+void AddExplain(CLI::App& app, int& status);
 void AddGet(CLI::App& app, int& status);
 void AddEdit(CLI::App& app, int& status);
 void AddEscape(CLI::App& app, int& status);

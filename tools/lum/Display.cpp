@@ -112,4 +112,10 @@ std::size_t Columns(std::string_view printable) {
     return columns;
 }
 
+std::string MarksBelow(std::string_view text, std::size_t offset, std::size_t length) {
+    const std::size_t width = Columns(Printable(text.substr(offset, length)));
+    return std::string(Columns(Printable(text.substr(0, offset))), ' ') +
+           std::string(std::max<std::size_t>(width, 1), '^') + '\n';
+}
+
 }  // namespace Tool

@@ -13,4 +13,7 @@ std::string Printable(std::string_view text);
 /// How many columns a terminal gives to a printable text.
 std::size_t Columns(std::string_view printable);
 
+/// A line of "^" that stands below `length` bytes of a text, at least one, when Printable shows it.
+std::string MarksBelow(std::string_view text, std::size_t offset, std::size_t length);
+
 }  // namespace Tool

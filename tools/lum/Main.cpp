@@ -34,9 +34,9 @@ int Run(int argc, char** argv) {
 
     int status = 0;
     for (const auto add :
-         {Tool::AddParse, Tool::AddGet, Tool::AddEdit, Tool::AddEscape, Tool::AddUnescape, Tool::AddResolve,
-          Tool::AddRelative, Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery, Tool::AddPath,
-          Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings}) {
+         {Tool::AddParse, Tool::AddExplain, Tool::AddGet, Tool::AddEdit, Tool::AddEscape, Tool::AddUnescape,
+          Tool::AddResolve, Tool::AddRelative, Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery,
+          Tool::AddPath, Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings}) {
         add(app, status);
     }
     try {

@@ -20,6 +20,7 @@
 #include "tools/lum/LineFormat.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Problems.h"
 #include "tools/lum/Redaction.h"
 
 namespace Tool {
@@ -53,24 +54,6 @@ std::string ExplainEscapes(const ParsedURI& uri, const std::string& encoding) {
     return {};
 }
 
-constexpr std::string_view Describe(Lum::URIProblemCode code) {
-    switch (code) {
-        case Lum::URIProblemCode::kValid:
-            return "valid";
-        case Lum::URIProblemCode::kSchemeTooShort:
-            return "scheme too short";
-        case Lum::URIProblemCode::kSchemeNotLetters:
-            return "scheme with a character that is no letter";
-        case Lum::URIProblemCode::kBackslashInPath:
-            return "backslash in the path";
-        case Lum::URIProblemCode::kBackslashInNonHierarchical:
-            return "backslash in the non-hierarchical part";
-        case Lum::URIProblemCode::kSchemeUnknown:
-            return "scheme \"unknown\"";
-    }
-    return "not valid";
-}
-
 /// A text as it came, read: in UTF-8 and as a URI, which is in the empty state where there is a reason.
 struct Reading {
     /// With an encoding the text and its escapes are bytes of it; without, they are UTF-8. The Transcoder
@@ -88,7 +71,7 @@ struct Reading {
         }
         if (!uri.ParseURI(text)) {
             const Lum::URIProblem problem = Lum::ExplainURI(text);
-            reason = Describe(problem.code);
+            reason = TextOf(problem.code).what;
             offset = problem.offset;
             length = problem.length;
         } else if (!encoding.empty()) {
@@ -138,10 +121,7 @@ std::string Table(const Reading& reading) {
     table += Printable(text);
     table += '\n';
     if (offset) {
-        const std::size_t width = Columns(Printable(text.substr(*offset, length)));
-        table.append(Columns(Printable(text.substr(0, *offset))), ' ');
-        table.append(std::max<std::size_t>(width, 1), '^');
-        table += '\n';
+        table += MarksBelow(text, *offset, length);
     }
     if (!reading.IsValid()) {
         return table + Row("not valid", Printable(reason));
