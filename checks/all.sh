@@ -51,7 +51,9 @@ each_source() {
 libcxx() { each_source clang++-14 -stdlib=libc++ -m32 -D_FILE_OFFSET_BITS=64 -D_TIME_BITS=64; }
 # Debian's newest, whose headers lie in the root of its release: the two cannot be installed together.
 newest_libcxx() {
-    each_source clang++-19 -nostdinc++ -isystem build/worlds/root-amd64/usr/lib/llvm-19/include/c++/v1
+    local compiler=(clang++-19 -nostdinc++ -isystem build/worlds/root-amd64/usr/lib/llvm-19/include/c++/v1)
+    # It has std::format; in the example the formats are checked as it compiles.
+    each_source "${compiler[@]}" && "${compiler[@]}" -std=c++20 "${warn[@]}" -DLUM_WITHOUT_FMT -Iinclude examples/print.cpp
 }
 # The tests of everything that has a fast way, on processors that lack more and more of what these need.
 processors() {
