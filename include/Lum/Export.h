@@ -6,8 +6,12 @@
 #define LUM_API __attribute__((visibility("default")))
 #define LUM_HIDDEN __attribute__((visibility("hidden")))
 
-#if defined(__has_cpp_attribute) && __has_cpp_attribute(clang::lifetimebound)
+// C's preprocessor cannot read an attribute's name with "::" in it.
+#ifdef __cplusplus
+#if __has_cpp_attribute(clang::lifetimebound)
 #define LUM_LIFETIMEBOUND [[clang::lifetimebound]]
-#else
+#endif
+#endif
+#ifndef LUM_LIFETIMEBOUND
 #define LUM_LIFETIMEBOUND
 #endif
