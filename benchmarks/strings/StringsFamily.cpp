@@ -67,6 +67,7 @@ void AddCases() {
     }
     AddGrowth();
     AddTextGrowth();
+    AddWorstGrowth();
 }
 
 const AddFamily add{{"strings", [](CLI::App&) {}, AddCases, Goals(), Notes}};

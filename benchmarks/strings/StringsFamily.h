@@ -91,5 +91,6 @@ struct AddSubject {
 /// Registers the growth table's operations.
 void AddGrowth();
 void AddTextGrowth();
+void AddWorstGrowth();
 
 }  // namespace Bench::Strings

@@ -149,6 +149,7 @@ void AddCases() {
     }
     AddGrowth();
     AddTextGrowth();
+    AddWorstGrowth();
 }
 
 void AddOptions(CLI::App& app) {

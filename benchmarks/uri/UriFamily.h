@@ -117,5 +117,6 @@ extern const char* const kEscapedSet;
 /// Registers the growth table's operations.
 void AddGrowth();
 void AddTextGrowth();
+void AddWorstGrowth();
 
 }  // namespace Bench::Uri
