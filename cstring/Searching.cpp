@@ -133,9 +133,12 @@ CString CString::Tokenize(Lum::UnitPointer delimiters, int& position) const {
         const std::size_t first = start + uc16_wcsspn(m_pchChars + start, delimiters);
         if (first < static_cast<std::size_t>(length)) {
             const std::size_t count = uc16_wcscspn(m_pchChars + first, delimiters);
-            CString token = Piece(first, count);
-            position = static_cast<int>(std::min<std::size_t>(first + count + 1, std::numeric_limits<int>::max()));
-            return token;
+            // In a function of its own, where the token can be made in its place before the position moves.
+            return [&] {
+                CString token = Piece(first, count);
+                position = static_cast<int>(std::min<std::size_t>(first + count + 1, std::numeric_limits<int>::max()));
+                return token;
+            }();
         }
     }
     position = -1;

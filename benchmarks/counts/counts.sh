@@ -15,6 +15,8 @@ without=-SSSE3,-SSE4_1,-SSE4_2,-AVX,-AVX2,-AVX512F,-BMI1,-BMI2,-ERMS,-FSRM,-FMA,
 without=$without,-AVX_Fast_Unaligned_Load,-Fast_Unaligned_Load,-Slow_BSF,-Slow_SSE4_2
 tunables=glibc.cpu.hwcaps=$without:glibc.cpu.x86_data_cache_size=0x8000:glibc.cpu.x86_shared_cache_size=0x1000000
 tunables=$tunables:glibc.cpu.x86_non_temporal_threshold=0x1000000
+# The size from which blocks are mapped, and how long small blocks stay apart, follow what earlier cases released.
+tunables=$tunables:glibc.malloc.mmap_threshold=0x20000:glibc.malloc.mxfast=0
 # The size of the environment and of the paths should not matter either.
 env -i LC_ALL=C LD_BIND_NOW=1 TMPDIR="$work" \
     GLIBC_TUNABLES="$tunables" \

@@ -31,7 +31,7 @@ std::vector<std::string> WorstTexts(std::size_t size) {
 
 /// `call` works on each of the texts.
 void Add(const std::string& operation, void (*call)(const std::string& text)) {
-    AddGrowthCases("uri/worst of " + operation, {1'024, 8'192, 65'536}, [call](std::size_t size) {
+    AddGrowthCases("uri/worst of " + operation, {256, 1'024, 65'536}, [call](std::size_t size) {
         return [texts = WorstTexts(size), call] {
             for (const std::string& text : texts) {
                 call(text);
