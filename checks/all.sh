@@ -92,6 +92,7 @@ check "includes point downwards" checks/levels.sh
 check "g++, optimised: no warning" build release
 check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
 check "the library is hardened and names no folder" checks/hardening.sh build/release/liblum.so
+check "gdb and lldb show values as text" tests/debuggers.sh build/release g++ ""
 check "files do not depend on the folder they are built in" checks/reproducible.sh
 check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers

@@ -1,9 +1,21 @@
-# Install rules: library, headers, CMake package and pkg-config module.
+# Install rules: library, headers, what debuggers read, CMake package and pkg-config module.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS lum EXPORT LumTargets)
 set_target_properties(lum PROPERTIES EXPORT_NAME Lum)
 install(DIRECTORY include/Lum TYPE INCLUDE)
+
+install(DIRECTORY tools/debuggers DESTINATION ${CMAKE_INSTALL_DATADIR}/lum)
+# gdb looks for a library's printers under the library's whole path, which is known when it is installed.
+if(BUILD_SHARED_LIBS)
+    install(CODE "
+        set(library \"${CMAKE_INSTALL_LIBDIR}\")
+        cmake_path(ABSOLUTE_PATH library BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\")
+        file(REAL_PATH \"\${library}\" library)
+        file(INSTALL \"${PROJECT_SOURCE_DIR}/tools/debuggers/lum_gdb.py\"
+             DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${library}\"
+             RENAME \"$<TARGET_FILE_NAME:lum>-gdb.py\")")
+endif()
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Lum)
 install(EXPORT LumTargets NAMESPACE Lum:: DESTINATION ${package_dir})
