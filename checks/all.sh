@@ -41,6 +41,13 @@ headers() {
             echo "#include <Lum/${header##*/}>" | $compiler "${warn[@]}" -Iinclude -x c++ - || return 1
         done
     done
+    # Only these may need what they lead to.
+    for header in include/Lum/Bridges/*.h; do
+        for compiler in "g++" "clang++-14"; do
+            echo "#include <Lum/Bridges/${header##*/}>" | $compiler -std=c++20 -fPIC "${warn[@]}" -Iinclude \
+                $([[ $header != */Qt.h ]] || pkg-config --cflags Qt6Core | sed 's/-I/-isystem/g') -x c++ - || return 1
+        done
+    done
 }
 # each_source COMPILER ARGUMENT...: the library's sources, without the one that is for libstdc++ alone.
 each_source() {
