@@ -49,6 +49,7 @@ set(LUM_SOURCES
     Source/CInterface/URIs.cpp
     Source/Mutex/Mutex.cpp
     Source/Transcoder/ConverterCache.cpp
+    Source/Transcoder/LossyConverter.cpp
     Source/Transcoder/ResizeUncleared.cpp
     Source/Transcoder/StreamConverter.cpp
     Source/Transcoder/Transcoder.cpp

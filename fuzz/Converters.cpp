@@ -2,7 +2,8 @@
 // gives the same text, status and position as the whole text at once, by a StreamConverter and by ConvertText.
 // Every call makes progress. The result of a conversion without a fault can be converted again, and to UTF-16
 // it gives the text that it was made from, if that was UTF-16. What becomes UTF-16 is what ICU makes of it and, where
-// the tables of both agree, iconv.
+// the tables of both agree, iconv. A conversion that replaces what is bad gives the same text in blocks, which is well
+// formed; from UTF-8, what the Unicode standard's table of well-formed bytes says.
 #include <iconv.h>
 #include <unicode/ucnv.h>
 
@@ -11,10 +12,12 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <Lum/LossyConversion.h>
 #include <Lum/Transcoder.h>
 
 #include "fuzz/Fuzz.h"
@@ -120,6 +123,53 @@ void RequireThatOthersAgree(const std::string& from, std::string_view text, cons
     }
 }
 
+/// UTF-8 with U+FFFD for each maximal subpart that is ill-formed: table 3-7 of the Unicode standard, byte by byte.
+std::string WellFormed(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0, end = 0; i < text.size(); i = end) {
+        const auto at = [&](std::size_t place) { return static_cast<unsigned char>(text[place]); };
+        const unsigned first = at(i);
+        const std::size_t size = first < 0x80 ? 1 : first - 0xC2 > 0x32 ? 0 : 2U + (first > 0xDF) + (first > 0xEF);
+        unsigned low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
+        unsigned high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
+        for (end = i + 1; end < std::min(i + size, text.size()) && at(end) >= low && at(end) <= high; ++end) {
+            low = 0x80, high = 0xBF;
+        }
+        result += end - i == size ? text.substr(i, size) : "\xEF\xBF\xBD";
+    }
+    return result;
+}
+
+/// In blocks of `nextBlock()` bytes and outputs of `nextSpace()`. The elements that are replaced are bad.
+std::string ConvertLossy(const std::string& from, const std::string& to, std::string_view text, const auto& nextBlock,
+                         const auto& nextSpace) {
+    std::size_t last = 0, read = 0, shown = 0;
+    std::string result;
+    Lum::LossyConverter converter(from, to, [&](const Lum::BadElement& bad) {
+        const auto offset = static_cast<std::size_t>(bad.offset);
+        Require(offset >= last && bad.bytes == text.substr(offset, bad.bytes.size()));
+        last = offset + bad.bytes.size();
+        return std::optional<std::u16string>(u"\uFFFD");
+    });
+    for (;;) {
+        const bool isLast = shown == text.size();
+        const Block input(text.substr(read, shown - read)), output(nextSpace());
+        const std::string_view bytes(input.bytes.get(), input.size);
+        const std::span<char> space(output.bytes.get(), output.size);
+        const ConversionResult step = isLast ? converter.Finish(bytes, space) : converter.Convert(bytes, space);
+        result.append(output.bytes.get(), step.written);
+        read += step.read;
+        if (step.status != ConversionStatus::kOutputFull) {
+            Require(!isLast || step.status == ConversionStatus::kDone);
+            if (isLast) {
+                Require(read == text.size());
+                return result;
+            }
+            shown = std::min(text.size(), shown + nextBlock());
+        }
+    }
+}
+
 const std::vector<Lum::EncodingInfo>& Encodings() {
     static const std::vector<Lum::EncodingInfo> encodings = [] {
         auto all = Lum::KnownEncodings();
@@ -158,6 +208,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                 [&] { return random() % (17U + data[3]); }) == whole);
     converter.Clear();
     Require(Convert(converter, text, inputSize, outputSize) == whole);
+
+    const auto lossy = Lum::ConvertLossy(text, from, to);
+    Require(lossy.offset == text.size() && lossy.text.starts_with(whole.text));
+    Require(Lum::ConvertText(lossy.text, to, "utf-16").status == ConversionStatus::kDone);
+    const auto nextSize = [&] { return 16 + random() % (1U + data[3]); };
+    Require(lossy.text == ConvertLossy(
+                              from, to, text, [&] { return 1 + random() % (1U + data[2]); }, nextSize));
+    Require(from != "utf-8" || !to.starts_with("utf-") ||
+            Lum::ConvertText(lossy.text, to, "utf-8").text == WellFormed(text));
 
     if (whole.status == ConversionStatus::kDone) {
         const auto back = Lum::ConvertText(whole.text, to, "utf-16");

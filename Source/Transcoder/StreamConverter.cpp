@@ -4,9 +4,12 @@
 // elements whose text is not encoded yet. Where the encoder stops, only the input whose text was encoded
 // counts as read. A third converter, the follower, finds out how much that is: it decodes the input again,
 // with an output of exactly the size of the encoded text.
+//
+// A LossyConverter passes over a bad element: BadSize says what it is, PassOver goes on behind it.
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,6 +36,20 @@ constexpr bool KeepsState(TextEncoding encoding) noexcept {
     return encoding == utf7 || (base >= firstISO2022 && base <= lastISO2022) || base == hz;
 }
 
+/// The size of an encoding's units where it is UTF-16 or UTF-32, otherwise 1.
+constexpr std::size_t UnitSize(TextEncoding encoding) noexcept {
+    constexpr TextEncoding unicode = 0x0100;
+    constexpr std::array<std::size_t, 8> sizes{2, 1, 1, 4, 2, 2, 4, 4};  // by format
+    return (encoding & 0xFFFF) == unicode ? sizes[encoding >> 26 & 7] : 1;
+}
+
+/// The bytes of the character at the start of a text in UTF-16, which is not empty.
+std::size_t CharacterSize(std::string_view text) noexcept {
+    char16_t unit = 0;
+    std::memcpy(&unit, text.data(), std::min(text.size(), sizeof unit));
+    return std::min<std::size_t>((unit & 0xFC00) == 0xD800 ? 4 : 2, text.size());
+}
+
 using Block = std::array<char, 8192>;
 
 /// Whether a conversion stopped at an element that no further input or output can help.
@@ -56,7 +73,7 @@ ConversionResult ConvertUnlessBad(Mac::TextConverter& converter, ConversionStatu
 
 class StreamConverter::Implementation {
 public:
-    Implementation(TextEncoding from, TextEncoding to) : m_KeepsState(KeepsState(from)) {
+    Implementation(TextEncoding from, TextEncoding to) : m_From(from), m_To(to), m_KeepsState(KeepsState(from)) {
         const TextEncoding utf16 = Mac::UTF16Encoding();
         if (from == utf16 || to == utf16) {
             m_Encoder = Mac::TextConverter(from, to);
@@ -72,14 +89,20 @@ public:
     ConversionResult Convert(std::string_view input, std::span<char> output);
     ConversionResult Finish(std::span<char> output);
     void Clear() noexcept;
+    std::size_t BadSize(std::string_view input, ConversionStatus status);
+    std::string PassOver(std::size_t size, std::u16string_view replacement);
 
 private:
     [[nodiscard]] std::string_view Pending() const noexcept { return {m_Text.data() + m_Begin, m_End - m_Begin}; }
     ConversionResult EncodePending(std::span<char> output);
     ConversionResult DecodeMore(std::string_view input);
     std::size_t Follow(std::string_view input, std::size_t encoded);
-    std::size_t SkipShifts(std::string_view input);
+    void FindUnmappable(std::string_view input);
+    void FlushEncoder(std::string& text);
+    void Encode(std::u16string_view text, std::string& result);
 
+    const TextEncoding m_From;
+    const TextEncoding m_To;
     const bool m_KeepsState;
     Mac::TextConverter m_Decoder;   ///< To UTF-16; empty where the encoder does it alone.
     Mac::TextConverter m_Encoder;   ///< From UTF-16; empty where there is no such conversion.
@@ -90,6 +113,9 @@ private:
     std::size_t m_Begin = 0;
     std::size_t m_End = 0;
     bool m_IsFinishing = false;
+    Mac::TextConverter m_Probe;      ///< Like the decoder, for single elements that are malformed; made when needed.
+    std::size_t m_UnmappedRead = 0;  ///< Bytes of the element that the encoder refuses, where they are known.
+    std::size_t m_UnmappedText = 0;  ///< Bytes of its pending text.
     // The last status of each converter. One that has found a bad element is not called again.
     ConversionStatus m_Encoded = ConversionStatus::kDone;
     ConversionStatus m_Decoded = ConversionStatus::kDone;
@@ -150,23 +176,6 @@ std::size_t StreamConverter::Implementation::Follow(std::string_view input, std:
     return ahead;
 }
 
-/// How many bytes of shift sequences are between the follower's position and the bad element. The follower is
-/// not needed afterwards, so its new position does not matter.
-std::size_t StreamConverter::Implementation::SkipShifts(std::string_view input) {
-    Block text;
-    std::size_t read = 0;
-    std::size_t offered = 1;
-    while (read + offered <= input.size()) {
-        const ConversionResult step = m_Follower.Convert(input.substr(read, offered), text);
-        if (step.written != 0 || IsBad(step.status)) {
-            break;
-        }
-        read += step.read;
-        offered = step.read == 0 ? offered + 1 : 1;
-    }
-    return read;
-}
-
 ConversionResult StreamConverter::Implementation::Convert(std::string_view input, std::span<char> output) {
     if (!m_Encoder) {
         return {ConversionStatus::kNoSuchEncoding, 0, 0};
@@ -184,7 +193,10 @@ ConversionResult StreamConverter::Implementation::Convert(std::string_view input
         result.read += Follow(input.substr(result.read), encoding.read);
         if (!Pending().empty() && encoding.status != ConversionStatus::kIncomplete) {
             if (m_KeepsState && IsBad(encoding.status)) {
-                result.read += SkipShifts(input.substr(result.read));
+                // Without an output, the follower reads the shift sequences before the bad element.
+                const std::size_t shifts = m_Follower.Convert(input.substr(result.read), {}).read;
+                m_Ahead -= std::min(shifts, m_Ahead);
+                result.read += shifts;
             }
             result.status = encoding.status;
             return result;
@@ -231,13 +243,133 @@ ConversionResult StreamConverter::Implementation::Finish(std::span<char> output)
     return {step.status, 0, written};
 }
 
+/// Finds the size of the element at the start of `input` that the encoder refuses, and moves the follower behind it.
+void StreamConverter::Implementation::FindUnmappable(std::string_view input) {
+    constexpr std::size_t longest = 64;  // bytes of UTF-16; more than any element becomes
+    std::array<char, longest> text;
+    // The follower's output ends with a whole element. One that becomes more characters needs more space.
+    for (std::size_t size = m_Unfollowed + CharacterSize(Pending()); size <= longest; size += sizeof(char16_t)) {
+        if (!m_KeepsState) {
+            m_Follower.Clear();
+        }
+        const ConversionResult step = m_Follower.Convert(input, std::span(text).first(size));
+        if (step.written > m_Unfollowed) {
+            m_UnmappedRead = step.read;
+            m_UnmappedText = step.written - m_Unfollowed;
+            return;
+        }
+    }
+}
+
+/// How many bytes the bad element has that the last call ended at with `status`, and that `input` begins with.
+/// LossyConversion.h says what an element is.
+std::size_t StreamConverter::Implementation::BadSize(std::string_view input, ConversionStatus status) {
+    const std::size_t unit = UnitSize(m_From);
+    std::size_t size = 1;
+    if (input.empty()) {
+        return 0;  // The caller has not passed the unread bytes again.
+    }
+    if (m_Decoder && IsBad(m_Encoded)) {
+        FindUnmappable(input);
+        size = std::max<std::size_t>(m_UnmappedRead, 1);
+    } else if (unit != 1) {
+        const bool isPair = status == ConversionStatus::kUnmappable && !m_Decoder;
+        size = status == ConversionStatus::kIncomplete ? input.size() : isPair ? CharacterSize(input) : unit;
+    } else {
+        if (!m_Probe) {
+            m_Probe = Mac::TextConverter(m_From, Mac::UTF16Encoding());
+        }
+        const auto isIncomplete = [&] {
+            std::array<char, 64> text;
+            m_Probe.Clear();
+            return m_Probe.Convert(input.substr(0, size), text).status == ConversionStatus::kIncomplete;
+        };
+        // The start that could become an element, and with it the byte that prevents it.
+        while (size <= input.size() && isIncomplete()) {
+            ++size;
+        }
+        if (m_From == Mac::UTF8Encoding()) {
+            size = std::max<std::size_t>(size - 1, 1);
+        } else {
+            const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+            const std::string_view rest = input.substr(1, size - 1);
+            size = 1 + static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), isAscii) - rest.begin());
+        }
+    }
+    return std::min(size, input.size());
+}
+
+/// Brings the target to its initial state, and makes an encoder that has refused a character ready to go on.
+void StreamConverter::Implementation::FlushEncoder(std::string& text) {
+    std::array<char, 64> output;
+    for (ConversionStatus status = ConversionStatus::kOutputFull; status == ConversionStatus::kOutputFull;) {
+        const ConversionResult step = m_Encoder.Flush(output);
+        text.append(output.data(), step.written);
+        status = step.status;
+    }
+    m_Encoder.Clear();
+}
+
+/// Appends `text` in the target encoding to `result`, with "?" for each character that the target lacks.
+void StreamConverter::Implementation::Encode(std::u16string_view text, std::string& result) {
+    std::string_view bytes(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
+    if (m_To == Mac::UTF16Encoding()) {
+        result += bytes;
+        return;
+    }
+    std::array<char, 64> output;
+    while (!bytes.empty()) {
+        const ConversionResult step = m_Encoder.Convert(bytes, output);
+        result.append(output.data(), step.written);
+        bytes.remove_prefix(step.read);
+        if (bytes.empty() || step.status == ConversionStatus::kOutputFull) {
+            continue;
+        }
+        // An unpaired surrogate is one unit, as anything but a whole character is.
+        bytes.remove_prefix(step.status == ConversionStatus::kUnmappable ? CharacterSize(bytes) : sizeof(char16_t));
+        FlushEncoder(result);
+        const char16_t question = u'?';
+        const ConversionResult instead =
+            m_Encoder.Convert({reinterpret_cast<const char*>(&question), sizeof question}, output);
+        result.append(output.data(), instead.written);
+        if (instead.status != ConversionStatus::kDone) {
+            FlushEncoder(result);
+        }
+    }
+}
+
+/// Goes on behind the bad element, which has `size` bytes. Returns what the replacement is in the target encoding.
+std::string StreamConverter::Implementation::PassOver(std::size_t size, std::u16string_view replacement) {
+    std::string text;
+    if (m_Decoder && IsBad(m_Encoded)) {
+        // At least a character, also if the caller does not pass the unread bytes again.
+        m_Begin +=
+            Pending().empty() ? 0 : std::min(std::max(m_UnmappedText, CharacterSize(Pending())), m_End - m_Begin);
+        m_Ahead -= std::min(size, m_Ahead);
+        FlushEncoder(text);
+    } else if (m_Decoder) {
+        m_Decoder.Clear();
+        m_Follower.Clear();
+        m_Ahead = 0;
+        m_Decoded = ConversionStatus::kDone;
+    } else if (m_From == Mac::UTF16Encoding()) {
+        FlushEncoder(text);
+    } else {
+        m_Encoder.Clear();
+    }
+    m_Encoded = ConversionStatus::kDone;
+    m_Unfollowed = m_UnmappedRead = m_UnmappedText = 0;
+    Encode(replacement, text);
+    return text;
+}
+
 void StreamConverter::Implementation::Clear() noexcept {
     for (Mac::TextConverter* const converter : {&m_Decoder, &m_Encoder, &m_Follower}) {
         if (*converter) {
             converter->Clear();
         }
     }
-    m_Begin = m_End = m_Ahead = m_Unfollowed = 0;
+    m_Begin = m_End = m_Ahead = m_Unfollowed = m_UnmappedRead = m_UnmappedText = 0;
     m_IsFinishing = false;
     m_Encoded = m_Decoded = ConversionStatus::kDone;
 }
@@ -256,5 +388,13 @@ ConversionResult StreamConverter::Convert(std::string_view input, std::span<char
 ConversionResult StreamConverter::Finish(std::span<char> output) { return m_Implementation->Finish(output); }
 
 void StreamConverter::Clear() noexcept { m_Implementation->Clear(); }
+
+std::size_t StreamConverter::BadSize(std::string_view input, ConversionStatus status) {
+    return m_Implementation->BadSize(input, status);
+}
+
+std::string StreamConverter::PassOver(std::size_t size, std::u16string_view replacement) {
+    return m_Implementation->PassOver(size, replacement);
+}
 
 }  // namespace Lum

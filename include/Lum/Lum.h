@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Lum/CString.h>
+#include <Lum/LossyConversion.h>
 #include <Lum/PathView.h>
 #include <Lum/Platform.h>
 #include <Lum/QueryView.h>

@@ -174,7 +174,12 @@ public:
     void Clear() noexcept;
 
 private:
+    friend class LossyConverter;
     class Implementation;
+
+    std::size_t BadSize(std::string_view input, ConversionStatus status);
+    std::string PassOver(std::size_t size, std::u16string_view replacement);
+
     std::unique_ptr<Implementation> m_Implementation;
 };
 
