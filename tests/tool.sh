@@ -138,6 +138,16 @@ expect 1 'lum: byte 1: malformed, not utf-8
 0061' convert utf-8 utf-16be 'a\377'
 expect 1 'lum: byte 1: incomplete, utf-8 ends within a character
 61' convert utf-8 latin1 'a\342\202'
+lossy() { printf "$3" | "$lum" convert --from "$1" --to utf-8 --on-error "$2"; }
+while IFS='|' read -r from what bytes expected; do expect 0 "$expected" lossy "$from" "$what" "$bytes"; done <<'END'
+utf-8|skip|a\377b\342\202|ab
+auto-bom|hex|\376\377\0a\330\0|a\xD8\x00
+auto-bom|hex|\377\376a\0b|a\x62
+auto-bom|hex|\357\273|\xEF\xBB
+auto-bom|stop||
+END
+expect 1 'lum: byte 4: malformed, not utf-8
+61' convert auto-bom utf-8 '\357\273\277a\377'
 expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum --help tells more)' \
     "$lum" convert --from utf-8 --to $'x\x1b'
 expect 2 'lum: --from: no converter for "x-mac-hebrew", see lum encodings (lum --help tells more)' \
