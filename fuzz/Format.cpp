@@ -2,7 +2,6 @@
 // a text what a plain model gives; literals and unknown conversions are copied to the result.
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <iterator>
 #include <limits>
 #include <string>

@@ -205,8 +205,91 @@ void Check(bool isThere) {
 
 using Owned = std::unique_ptr<const void, void (*)(CFTypeRef)>;
 
+void Print(Subject& s) {
+    std::ostringstream out;
+    out.exceptions(std::ios::badbit);
+    out << s.uri << s.text << URI::StringProxy(kLong) << Lum::TimeStamp();
+    s.bytes = out.str();
+}
+
+void ReadPairs(Subject& s) {
+    std::map<std::string, std::string> map;
+    s.uri.GetQueryByMap(map);
+    s.number = static_cast<int>(map.size());
+}
+
+void SplitAndJoin(Subject& s) {
+    std::vector<std::string> segments;
+    URI::SplitPath(kFile, segments);
+    s.bytes = URI::JoinPath(segments, true, true);
+}
+
+void CallFromC(Subject& s) {
+    char text[99] = "";
+    lum_uri* uri = nullptr;
+    const lum_status created = lum_uri_create(kUri.data(), kUri.size(), &uri);
+    const lum_status converted =
+        lum_convert("日", LUM_NUL_TERMINATED, "utf-8", "gb18030", text, sizeof text, nullptr, nullptr);
+    lum_uri_free(uri);
+    Check(created != LUM_NO_MEMORY && converted != LUM_NO_MEMORY);
+    s.bytes = text;
+}
+
+void ConvertAStream(Subject& s) {
+    char block[64];
+    Lum::StreamConverter converter("iso-2022-jp", "hz-gb-2312");
+    std::size_t written = 0;
+    try {
+        written = converter.Convert("\x1B$B$\"\x1B(B", block).written;
+        written += converter.Finish(std::span(block).subspan(written)).written;
+    } catch (const std::bad_alloc&) {
+        const Mode mode = std::exchange(s_mode, Mode::kNone);
+        converter.Clear();
+        if (converter.Convert("abc", block).written != 3) {
+            std::terminate();
+        }
+        s_mode = mode;
+        throw;
+    }
+    s.bytes.assign(block, written);
+}
+
+void UseHostStrings(Subject& s) {
+    char buffer[64];
+    const Owned string(CFStringCreateWithLPCSTR(kLong.c_str(), 0, 0x08000100), CFRelease);
+    const Owned units(CFStringCreateWithLPCWSTRNoCopy(u"units", 2, 0), CFRelease);
+    CFStringGetLPSTR(static_cast<CFStringRef>(units.get()), buffer, 64, 0x0201);
+    s.text.ReleaseCFStringRef(s.text.GetCFStringRef(0));
+    s.text.SetFromCFStringRef(static_cast<CFStringRef>(string.get()), 0);
+}
+
+void UseAnHfsName(Subject& s) {
+    HFSUniStr255 name;
+    s.text.GetHFSUniStr255(&name);
+    s.text.SetFromHFSUniStr255(&name);
+}
+
+void UseAPascalString(Subject& s) {
+    unsigned char pascal[256];
+    CString(u"abc").ToMac(pascal, 256);
+    s.text.FromMac(pascal);
+}
+
+void OpenANewFile() {
+    static const std::filesystem::path s_path = folder / "new";
+    const short reference = OpenResourceFile(s_path, true);
+    Check(reference > 0 && CloseResourceFile(reference) && std::filesystem::remove(s_path));
+}
+
+void MakeAHandle() {
+    char** const handle = NewHandle(100);
+    Check(handle != nullptr);
+    DisposeHandle(handle);
+}
+
 const Operation kOperations[] = {
-#include "tests/MemoryFailures.inc"
+#define ROW(name, left, ...) {name, left, []([[maybe_unused]] Subject& s) { __VA_ARGS__; }},
+#include "tests/MemoryFailures.h"
 };
 
 /// With those that differ in nothing but the name of a member.

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <Lum/Platform.h>

@@ -103,15 +103,55 @@ int Released(int size, int length) {
     return length == -1 ? size : std::clamp(length, 0, capacity);
 }
 
-using S = CString&;
-using N = Numbers;
+Text Changed(const CString& s, int size) { return Digits(size) + Text(s); }
+Text Tokenized(const CString& token, const int& position) { return Text(token) + Digits(position); }
+
+Text WrittenBehind(CString& s, int size) {
+    unsigned short* const units = s.GetBuffer(size);
+    std::fill_n(units + s.GetLength(), std::max(std::max(size, 0) - s.GetLength(), 0), u'u');
+    s.ReleaseBuffer(std::max(size, s.GetLength()));
+    return Text(s);
+}
+
+/// A part of as many units, and as many units more.
+Text CopiedWithMore(const CString& s, int start, int count) {
+    CString copy;
+    s.AllocCopy(copy, count, start, count);
+    return Last(copy);
+}
+
+Text PascalLength(const CString& s, int size) {
+    std::vector<unsigned char> pascal(Block(size).size(), 9);
+    s.ToMac(pascal.data(), size);
+    return Digits(pascal.empty() ? -1 : int{pascal[0]});
+}
+
+Text HostUnits(const CString& s, int size) {
+    std::vector<unsigned short> units = Block(std::max(size, 0) + 1);
+    const CFStringRef string = s.GetCFStringRef(0);
+    CFStringGetLPWSTR(string, units.data(), size, 0);
+    s.ReleaseCFStringRef(string);
+    return Text(Lum::AsChar16(units.data()));
+}
+
+Text HandleSize(int first, int second) {
+    char** const handle = NewHandle(first);
+    SetHandleSize(handle, second);
+    const long size = GetHandleSize(handle);
+    DisposeHandle(handle);
+    return Digits(size);
+}
+
+#define ROW(name, numbers, given, expected)                                                                \
+    {name, numbers, []([[maybe_unused]] CString& s, [[maybe_unused]] Numbers n) -> Text { return given; }, \
+     []([[maybe_unused]] Text t, [[maybe_unused]] Numbers n) -> Text { return expected; }},
 
 const std::vector<Row> kIndices{
-#include "tests/cstring/LimitsIndices.inc"
+#include "tests/cstring/LimitsIndices.h"
 };
 
 const std::vector<Row> kLengths{
-#include "tests/cstring/LimitsLengths.inc"
+#include "tests/cstring/LimitsLengths.h"
 };
 
 TEST(Limits, IndicesAndCountsAreClamped) { CompareAll(kIndices, kMost); }
