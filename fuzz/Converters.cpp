@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <memory>
 #include <optional>
 #include <random>
 #include <span>
@@ -21,9 +20,11 @@
 #include <Lum/Transcoder.h>
 
 #include "fuzz/Fuzz.h"
+#include "tests/Generated.h"
 
 namespace {
 
+using Generated::Exact;
 using Lum::ConversionResult;
 using Lum::ConversionStatus;
 
@@ -35,37 +36,26 @@ struct Converted {
     bool operator==(const Converted& other) const = default;
 };
 
-/// A block of its exact size, so that a sanitizer sees every access outside.
-struct Block {
-    explicit Block(std::size_t length) : bytes(new char[length]), size(length) {}
-    explicit Block(std::string_view text) : Block(text.size()) { std::copy(text.begin(), text.end(), bytes.get()); }
-
-    std::unique_ptr<char[]> bytes;
-    std::size_t size;
-};
-
 /// Each call gets `nextBlock()` more bytes of input than the last one, and an output of `nextSpace()` bytes.
 template <class NextBlock, class NextSpace>
 Converted Convert(Lum::StreamConverter& converter, std::string_view text, const NextBlock& nextBlock,
                   const NextSpace& nextSpace) {
     Converted result{ConversionStatus::kDone, 0, {}};
-    const auto take = [&](const Block& output, const ConversionResult& step) {
-        Require(step.written <= output.size);
-        result.text.append(output.bytes.get(), step.written);
+    const auto take = [&](std::string_view output, const ConversionResult& step) {
+        Require(step.written <= output.size());
+        result.text.append(output.substr(0, step.written));
         result.status = step.status;
     };
     for (std::size_t shown = 0;;) {
-        const Block input(text.substr(result.read, shown - result.read));
-        const Block output(nextSpace());
-        const ConversionResult step =
-            converter.Convert({input.bytes.get(), input.size}, {output.bytes.get(), output.size});
-        Require(step.read <= input.size);
-        take(output, step);
+        const Exact input(text.substr(result.read, shown - result.read)), output(std::string(nextSpace(), '?'));
+        const ConversionResult step = converter.Convert(input.View(), {output.begin(), output.size()});
+        Require(step.read <= input.size());
+        take(output.View(), step);
         result.read += step.read;
         if (step.status == ConversionStatus::kOutputFull) {
-            Require(step.written != 0 || output.size < 16);
+            Require(step.written != 0 || output.size() < 16);
         } else if (step.status == ConversionStatus::kDone || step.status == ConversionStatus::kIncomplete) {
-            Require(step.status == ConversionStatus::kIncomplete || step.read == input.size);
+            Require(step.status == ConversionStatus::kIncomplete || step.read == input.size());
             if (shown == text.size()) {
                 break;
             }
@@ -76,8 +66,8 @@ Converted Convert(Lum::StreamConverter& converter, std::string_view text, const 
     }
     if (result.status == ConversionStatus::kDone) {
         do {
-            const Block output(nextSpace());
-            take(output, converter.Finish({output.bytes.get(), output.size}));
+            const Exact output(std::string(nextSpace(), '?'));
+            take(output.View(), converter.Finish({output.begin(), output.size()}));
         } while (result.status == ConversionStatus::kOutputFull);
     }
     return result;

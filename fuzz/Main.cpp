@@ -17,16 +17,12 @@
 
 #include "fuzz/Fuzz.h"
 #include "tests/Generated.h"
+#include "tests/Resources/Files.h"
 
 namespace {
 
 std::vector<std::string> seeds, words;
 std::string current;
-
-std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// The text of a dictionary's entry, with \\, \" and \xHH.
 std::string Unquoted(std::string_view quoted) {
@@ -46,7 +42,7 @@ void AddPath(const std::filesystem::path& path) {
     if (std::filesystem::is_directory(path)) {
         std::vector<std::filesystem::path> files(std::filesystem::directory_iterator(path), {});
         std::sort(files.begin(), files.end());
-        std::transform(files.begin(), files.end(), std::back_inserter(seeds), ReadFile);
+        std::transform(files.begin(), files.end(), std::back_inserter(seeds), Files::Read);
         return;
     }
     std::ifstream stream(path);

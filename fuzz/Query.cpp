@@ -1,6 +1,5 @@
-// Property: a text escaped and unescaped is the same text, whatever stands before it; a map written to a query and read
-// again is the same map, a value set is the value read and the map changed, and reading one value agrees with reading
-// the map.
+// Property: a map written to a query and read again is the same map, a value set is the value read and the map changed,
+// and reading one value agrees with reading the map.
 #include <map>
 #include <string>
 
@@ -10,9 +9,6 @@
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    Require(Lum::URI::Unescape(Lum::URI::Escape(text), false) == text);
-    Require(Lum::URI::Unescape(Lum::URI::EscapeChars(text, "%"), false) == text);
-    Require(Lum::URI::Unescape("%41" + text, false) == "A" + std::string(Lum::URI::Unescape(text, false)));
     Lum::URI uri("http://h/");
     uri.SetQuery(text, false);
     std::map<std::string, std::string> pairs;

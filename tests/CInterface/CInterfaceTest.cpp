@@ -4,48 +4,22 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <random>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <Lum/Lum.h>
 
 #include "tests/URI/Exposed.h"
+#include "tests/URI/Table.h"
 
 namespace {
 
 using Lum::URI;
-
-const std::filesystem::path kRoot = std::filesystem::path(__FILE__).parent_path() / "../..";
-
-struct Row {
-    std::string text, reason, record, printed;
-};
-
-const std::vector<Row>& Rows() {
-    static const std::vector<Row> rows = [] {
-        std::ifstream table(kRoot / "tests/data/uris.tsv");
-        std::vector<Row> read;
-        std::string line;
-        std::getline(table, line);  // the columns' names
-        while (std::getline(table, line)) {
-            std::istringstream columns(line + '\t');
-            Row& row = read.emplace_back();
-            for (std::string* column : {&row.text, &row.reason, &row.record, &row.printed}) {
-                std::getline(columns, *column, '\t');
-            }
-        }
-        return read;
-    }();
-    return rows;
-}
 
 /// A URI that is freed; "" where there is none.
 struct Object {
@@ -57,16 +31,15 @@ struct Object {
     lum_uri* uri = nullptr;
 };
 
-using Writer = std::function<lum_status(char* buffer, std::size_t capacity, std::size_t* size)>;
-
-/// What `write` writes, with a status before it that is not LUM_OK. Sees to it that every smaller buffer, a block of
+/// What `function` writes, with a status before it that is not LUM_OK. Sees to it that every smaller buffer, a block of
 /// its own, holds what fits and a NUL.
-std::string Written(const Writer& write) {
+template <class Function, class... Arguments>
+std::string Written(const Function& function, Arguments... arguments) {
+    const auto write = [&](auto... buffer) { return function(arguments..., buffer...); };
     std::size_t size = 99;
-    lum_status status = write(nullptr, 0, &size);
+    lum_status status = write(nullptr, std::size_t{0}, &size);
     std::string text;
-    std::set<std::size_t> capacities{0, 1, 2, size / 2, size, size + 1};
-    for (const std::size_t capacity : capacities) {
+    for (const std::size_t capacity : std::set<std::size_t>{0, 1, 2, size / 2, size, size + 1}) {
         const auto buffer = std::make_unique<char[]>(capacity);
         std::memset(buffer.get(), '?', capacity);
         std::size_t again = 99;
@@ -85,12 +58,10 @@ std::string Written(const Writer& write) {
     return status == LUM_OK ? text : std::string(lum_status_text(status)) + ": " + text;
 }
 
-std::string Text(const lum_uri* uri, int form = LUM_STORED) {
-    return Written([=](auto... buffer) { return lum_uri_text(uri, form, buffer...); });
-}
+std::string Text(const lum_uri* uri, int form = LUM_STORED) { return Written(lum_uri_text, uri, form); }
 
 std::string Component(const lum_uri* uri, int component, int form) {
-    return Written([=](auto... buffer) { return lum_uri_get(uri, component, form, buffer...); });
+    return Written(lum_uri_get, uri, component, form);
 }
 
 /// As Exposed::Record.
@@ -106,8 +77,7 @@ std::string Record(const lum_uri* uri) {
 }
 
 TEST(CInterface, ReadsAndPrintsTheTableOfUris) {
-    EXPECT_GT(Rows().size(), 50U);
-    for (const auto& [text, reason, record, printed] : Rows()) {
+    for (const auto& [text, reason, record, printed] : TableOfUris()) {
         const std::vector<char> exact(text.begin(), text.end());
         const Object object(text), copy, reused("ftp://u:p@h:1/p?q#f");
         std::size_t offset = 99, length = 99;
@@ -129,12 +99,9 @@ TEST(CInterface, ReadsAndPrintsTheTableOfUris) {
         EXPECT_EQ(Text(reused.uri, LUM_UNESCAPED), uri.ToString(true));
         EXPECT_EQ(Text(reused.uri, LUM_UTF8), uri.ToStringUTF8());
         EXPECT_EQ(Text(reused.uri, LUM_UTF8_ESCAPED), uri.ToStringUTF8Escaped());
-        const auto written = [&](auto function) {
-            return Written([&](auto... buffer) { return function(reused.uri, buffer...); });
-        };
-        EXPECT_EQ(written(lum_uri_default_port), uri.GetDefaultPort());
-        EXPECT_EQ(written(lum_uri_file_name), uri.GetFilename(false));
-        EXPECT_EQ(written(lum_uri_extension), uri.GetExtension(true));
+        EXPECT_EQ(Written(lum_uri_default_port, reused.uri), uri.GetDefaultPort());
+        EXPECT_EQ(Written(lum_uri_file_name, reused.uri), uri.GetFilename(false));
+        EXPECT_EQ(Written(lum_uri_extension, reused.uri), uri.GetExtension(true));
     }
 }
 
@@ -147,7 +114,7 @@ TEST(CInterface, ChangesAndRelatesUrisAsCppDoes) {
     constexpr void (URI::*fromPath[])(URI::StringProxy) = {&URI::LocalPathToURI, &URI::LocalPathToURIMac,
                                                            &URI::LocalPathToURIUnix, &URI::LocalPathToURIWin};
     std::vector<std::string> valid;
-    for (const Row& row : Rows()) {
+    for (const TableRow& row : TableOfUris()) {
         if (row.reason == "valid") {
             valid.push_back(row.text);
         }
@@ -164,9 +131,7 @@ TEST(CInterface, ChangesAndRelatesUrisAsCppDoes) {
         EXPECT_NE(lum_uri_next_pair(object.uri, &cursor, key, 200, nullptr, small, 0, nullptr), LUM_OK);
         while (lum_uri_next_pair(object.uri, &cursor, key, 200, nullptr, value, 200, nullptr) == LUM_OK) {
             pairs[key] = value;
-            EXPECT_TRUE(Written([&](auto... buffer) {
-                            return lum_uri_query_value(object.uri, key, LUM_NUL_TERMINATED, buffer...);
-                        }).find(": ") == std::string::npos);
+            EXPECT_EQ(Written(lum_uri_query_value, object.uri, key, LUM_NUL_TERMINATED).find(": "), std::string::npos);
         }
         URI(first).GetQueryByMap(expectedPairs);
         EXPECT_EQ(pairs, expectedPairs) << first;
@@ -207,8 +172,7 @@ TEST(CInterface, ChangesAndRelatesUrisAsCppDoes) {
             EXPECT_EQ(Text(changed.uri), same.ToString(false));
 
             const int style = static_cast<int>(i % 4);
-            EXPECT_EQ(Written([&](auto... buffer) { return lum_uri_to_path(b.uri, style, buffer...); }),
-                      (uriB.*toPath[style])());
+            EXPECT_EQ(Written(lum_uri_to_path, b.uri, style), (uriB.*toPath[style])());
             Object local;
             EXPECT_EQ(lum_uri_from_path(second.data(), second.size(), style, &local.uri), LUM_OK);
             URI expectedLocal;
@@ -216,12 +180,10 @@ TEST(CInterface, ChangesAndRelatesUrisAsCppDoes) {
             EXPECT_EQ(Text(local.uri), expectedLocal.ToString(false));
         }
         for (const int forQuery : {0, 1}) {
-            EXPECT_EQ(
-                Written([&](auto... buffer) { return lum_escape(first.data(), first.size(), forQuery, buffer...); }),
-                forQuery != 0 ? URI::QueryEscape(first) : URI::Escape(first));
-            EXPECT_EQ(
-                Written([&](auto... buffer) { return lum_unescape(first.data(), first.size(), forQuery, buffer...); }),
-                forQuery != 0 ? URI::QueryUnescape(first) : URI::Unescape(first, false));
+            EXPECT_EQ(Written(lum_escape, first.data(), first.size(), forQuery),
+                      forQuery != 0 ? URI::QueryEscape(first) : URI::Escape(first));
+            EXPECT_EQ(Written(lum_unescape, first.data(), first.size(), forQuery),
+                      forQuery != 0 ? URI::QueryUnescape(first) : URI::Unescape(first, false));
         }
     }
     Object bad("http://h/");
@@ -281,11 +243,8 @@ TEST(CInterface, ConvertsAsCppDoesWholeAndInBlocks) {
                   text.substr(0, wide.offset));
     }
     const auto known = Lum::KnownEncodings();
-    const auto nameOf = [](std::size_t index) {
-        return Written([=](auto... buffer) { return lum_encoding_name(index, buffer...); });
-    };
-    EXPECT_EQ(nameOf(known.size() - 1), known.back().name);
-    EXPECT_NE(nameOf(known.size()).find("nothing of that"), std::string::npos);
+    EXPECT_EQ(Written(lum_encoding_name, known.size() - 1), known.back().name);
+    EXPECT_NE(Written(lum_encoding_name, known.size()).find("nothing of that"), std::string::npos);
 }
 
 TEST(CInterface, TimesGoToFieldsAndBack) {
@@ -297,8 +256,7 @@ TEST(CInterface, TimesGoToFieldsAndBack) {
         EXPECT_EQ(lum_time_to_fields(ticks, &fields), LUM_OK);
         EXPECT_EQ(lum_time_from_fields(&fields, &again), LUM_OK);
         EXPECT_TRUE(again == ticks || fields.year < -4800) << ticks;
-        EXPECT_EQ(Written([=](auto... buffer) { return lum_time_text(ticks, buffer...); }),
-                  Lum::TimeStamp::FromTicks(ticks).ToW3DTF());
+        EXPECT_EQ(Written(lum_time_text, ticks), Lum::TimeStamp::FromTicks(ticks).ToW3DTF());
     }
     const lum_time_fields first{-30000, 1, 1, 0, 0, 0, -1}, last{30828, 9, 14, 2, 48, 5, 4'775'808};
     std::int64_t ticks = 0;
@@ -310,26 +268,24 @@ TEST(CInterface, TimesGoToFieldsAndBack) {
 }
 
 TEST(CInterface, StringsComeFromResourceFiles) {
-    const std::string path = (kRoot / "examples/strings.rsrc").string();
+    const std::string path = (kTests / "../examples/strings.rsrc").string();
     int file = 0;
     EXPECT_EQ(lum_resource_open("/nowhere", &file), LUM_NOT_OPENED);
     EXPECT_EQ(file, -1);
     EXPECT_EQ(lum_set_application_encoding("no such"), LUM_NO_SUCH_ENCODING);
-    const auto greeting = [](auto... buffer) { return lum_string_load(128, buffer...); };
-    EXPECT_EQ(Written(greeting), "128");
+    EXPECT_EQ(Written(lum_string_load, 128U), "128");
     ASSERT_EQ(lum_resource_open(path.c_str(), &file), LUM_OK);
-    EXPECT_EQ(Written(greeting), "Hello, world");
+    EXPECT_EQ(Written(lum_string_load, 128U), "Hello, world");
     for (const unsigned number : {0U, 1U, 9U, 128U, 129U, 200U, 4'000'000'000U}) {
         CString expected;
         const bool isThere = expected.LoadString(number);
-        const auto load = [=](auto... buffer) { return lum_string_load(number, buffer...); };
-        EXPECT_EQ(Written(load), (isThere ? "" : "nothing of that name or number: ") + expected.ToUTF8());
+        EXPECT_EQ(Written(lum_string_load, number),
+                  (isThere ? "" : "nothing of that name or number: ") + expected.ToUTF8());
     }
     EXPECT_EQ(lum_resource_close(file - 65536), LUM_NOT_FOUND);
     EXPECT_EQ(lum_resource_close(file), LUM_OK);
     EXPECT_EQ(lum_resource_close(file), LUM_NOT_FOUND);
-    EXPECT_EQ(Written([](auto... buffer) { return lum_resource_explain("/nowhere", buffer...); }),
-              Lum::Platform::ExplainResourceFile("/nowhere"));
+    EXPECT_EQ(Written(lum_resource_explain, "/nowhere"), Lum::Platform::ExplainResourceFile("/nowhere"));
 }
 
 TEST(CInterface, NullAndUnknownCodesAreAnsweredAndEveryStatusHasAText) {

@@ -15,8 +15,6 @@ ROW("AllocCopy", 2, CopiedWithMore(s, n.b, n.a),
 ROW("Format", 2, (s.Format(u"%*.*d", std::max(n.a, -70'000), n.b, 0), Digits(s.GetLength())),
     Digits(std::max({n.b < 0 ? 1 : n.b, n.a, -std::max(n.a, -70'000)})))
 ROW("ToMac", 1, PascalLength(s.Left(200), n.a),
-    (t = t.substr(0, 200), Digits(n.a <= 0                   ? -1
-                                  : n.a - 2 >= int(t.size()) ? int(t.size())
-                                                             : 0)))
+    (t = t.substr(0, 200), Digits((n.a > 0 ? 0 : -1) + (n.a >= int(t.size()) + 2 ? int(t.size()) : 0))))
 ROW("CFStringGetLPWSTR", 1, HostUnits(s, n.a), t.substr(0, n.from))
 ROW("NewHandle", 2, HandleSize(n.a, n.b), Digits(n.a < 0 ? 0 : n.b < 0 ? n.a : n.b))
