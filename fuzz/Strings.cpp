@@ -106,11 +106,12 @@ private:
 };
 
 /// Eight strings, and operations on them that the input chooses.
-struct Strings {
-    Strings(const std::uint8_t* data, std::size_t size) : m_Next(data), m_End(data + size) {}
+class Strings {
+public:
+    explicit Strings(const Choices& choices) : m_Choices(choices) {}
 
     void Run() {
-        while (m_Next != m_End) {
+        while (!m_Choices.IsEmpty()) {
             Pair &pair = m_Pairs[Next(8)], &other = m_Pairs[Next(8)];
             Operate(pair.string, pair.model, other.string, other.model);
             RequireSame(pair);
@@ -126,11 +127,7 @@ private:
     };
 
     std::size_t Next(std::size_t bound) {
-        std::size_t number = 0;
-        for (std::size_t range = 1; range < bound && m_Next != m_End; range <<= 8) {
-            number = number << 8 | *m_Next++;
-        }
-        return number % bound;
+        return (bound > 256 ? m_Choices.Take<std::uint16_t>() : m_Choices.Take<std::uint8_t>()) % bound;
     }
     int NextInt(std::size_t bound) { return static_cast<int>(Next(bound)); }
     /// A length, often one that just fits a buffer or just does not.
@@ -286,13 +283,13 @@ private:
         Require(pair.model.IsEmptyOne() || (header.cachedCFString != nullptr) == buffer.hasHostString);
     }
 
-    const std::uint8_t *m_Next, *m_End;
+    Choices m_Choices;
     Pair m_Pairs[8];
 };
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Strings(data, size).Run();
+    Strings({data, size}).Run();
     return 0;
 }

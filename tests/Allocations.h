@@ -1,4 +1,4 @@
-// Counts the allocations of this process and makes chosen ones fail.
+// Counts the allocations of this process.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,5 @@ namespace Allocations {
 
 /// How many there were so far.
 std::size_t Count() noexcept;
-/// Lets `more` succeed and the one after them fail with std::bad_alloc, once.
-void FailAfter(std::size_t more) noexcept;
-/// Takes that back.
-void NeverFail() noexcept;
 
 }  // namespace Allocations

@@ -155,6 +155,11 @@ struct Subject {
     std::u16string wide{u"as yet unwritten"};
     char** handle = NewHandle(3);
     int number = 0;
+    std::ostringstream out{};
+    std::map<std::string, std::string> pairs{};
+    std::vector<std::string> segments{};
+    HFSUniStr255 name{};
+    unsigned char pascal[256]{};
 
     Subject() = default;
     Subject(const Subject&) = delete;
@@ -197,32 +202,12 @@ void LoadFrom(Subject& s, const char* bundle) {
     s.text.LoadString(10U);
 }
 
-void Check(bool isThere) {
-    if (!isThere) {
-        throw std::bad_alloc();
-    }
+template <class Value>
+Value Check(Value value) {
+    return value ? value : throw std::bad_alloc();
 }
 
 using Owned = std::unique_ptr<const void, void (*)(CFTypeRef)>;
-
-void Print(Subject& s) {
-    std::ostringstream out;
-    out.exceptions(std::ios::badbit);
-    out << s.uri << s.text << URI::StringProxy(kLong) << Lum::TimeStamp();
-    s.bytes = out.str();
-}
-
-void ReadPairs(Subject& s) {
-    std::map<std::string, std::string> map;
-    s.uri.GetQueryByMap(map);
-    s.number = static_cast<int>(map.size());
-}
-
-void SplitAndJoin(Subject& s) {
-    std::vector<std::string> segments;
-    URI::SplitPath(kFile, segments);
-    s.bytes = URI::JoinPath(segments, true, true);
-}
 
 void CallFromC(Subject& s) {
     char text[99] = "";
@@ -263,28 +248,10 @@ void UseHostStrings(Subject& s) {
     s.text.SetFromCFStringRef(static_cast<CFStringRef>(string.get()), 0);
 }
 
-void UseAnHfsName(Subject& s) {
-    HFSUniStr255 name;
-    s.text.GetHFSUniStr255(&name);
-    s.text.SetFromHFSUniStr255(&name);
-}
-
-void UseAPascalString(Subject& s) {
-    unsigned char pascal[256];
-    CString(u"abc").ToMac(pascal, 256);
-    s.text.FromMac(pascal);
-}
-
 void OpenANewFile() {
     static const std::filesystem::path s_path = folder / "new";
     const short reference = OpenResourceFile(s_path, true);
     Check(reference > 0 && CloseResourceFile(reference) && std::filesystem::remove(s_path));
-}
-
-void MakeAHandle() {
-    char** const handle = NewHandle(100);
-    Check(handle != nullptr);
-    DisposeHandle(handle);
 }
 
 const Operation kOperations[] = {

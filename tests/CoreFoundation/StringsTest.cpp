@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -67,9 +69,7 @@ TEST(CoreFoundationStrings, AreCountedByAllThreadsTogether) {
             }
         });
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    std::for_each(threads.begin(), threads.end(), std::mem_fn(&std::thread::join));
     EXPECT_EQ(CFStringGetLength(string.get()), 6);
 }
 

@@ -2,13 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 #include <utility>
-
-namespace Lum {
-void PrintTo(ConversionStatus status, std::ostream* out) { *out << static_cast<int>(status); }
-}  // namespace Lum
 
 namespace {
 

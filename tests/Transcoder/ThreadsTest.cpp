@@ -1,6 +1,7 @@
 // What several threads do: the lock, conversions by all of them, strings handed over, the end of the process.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdlib>
@@ -23,10 +24,7 @@ struct ExposedMutex : Lum::Mutex {
     [[nodiscard]] bool IsFree() {
         bool isFree = false;
         std::thread([&] {
-            isFree = pthread_mutex_trylock(&m_mutex) == 0;
-            if (isFree) {
-                pthread_mutex_unlock(&m_mutex);
-            }
+            isFree = pthread_mutex_trylock(&m_mutex) == 0 && pthread_mutex_unlock(&m_mutex) == 0;
         }).join();
         return isFree;
     }
@@ -89,9 +87,7 @@ TEST(TranscoderThreads, AnswersEveryThreadAlike) {
     for (std::size_t& sum : sums) {
         threads.emplace_back([&] { sum = checksum(); });
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    std::for_each(threads.begin(), threads.end(), std::mem_fn(&std::thread::join));
     EXPECT_EQ(sums, std::vector<std::size_t>(20, checksum()));
 }
 
