@@ -1,4 +1,5 @@
 // Inputs made up by rule: every short text, random texts, and texts in blocks of their exact size.
+// Tests that include this have from here what it includes of the standard library.
 #pragma once
 
 #include <algorithm>
@@ -23,11 +24,10 @@ void EveryText(std::string_view alphabet, std::size_t longest, const Use& use, c
 }
 
 /// A text of at most `longest` characters of `alphabet`.
-inline std::string Text(std::mt19937& random, std::string_view alphabet, std::size_t longest) {
-    std::string text(random() % (longest + 1), '\0');
-    for (char& c : text) {
-        c = alphabet[random() % alphabet.size()];
-    }
+template <class String>
+String Text(std::mt19937& random, const String& alphabet, std::size_t longest) {
+    String text(random() % (longest + 1), '\0');
+    std::generate(text.begin(), text.end(), [&] { return alphabet[random() % alphabet.size()]; });
     return text;
 }
 

@@ -161,9 +161,6 @@ struct Subject {
     HFSUniStr255 name{};
     unsigned char pascal[256]{};
 
-    Subject() = default;
-    Subject(const Subject&) = delete;
-    Subject& operator=(const Subject&) = delete;
     ~Subject() {
         DisposeHandle(handle);
         text.LockBuffer();

@@ -1,11 +1,6 @@
 // Searches, comparisons and copies of bytes and of units against the plain forms and the standard library's.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <memory>
-#include <numeric>
-#include <random>
-#include <string>
 #include <vector>
 
 #include "Source/Base/Block16.h"

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <Lum/Platform.h>
@@ -103,9 +104,7 @@ TEST_F(Bundle, GivesTheValueOrTheKeyWhereThereIsNoString) {
 }
 
 TEST_F(Bundle, ReadsEveryForm) {
-    const struct {
-        std::string bytes, expected, why;
-    } rows[] = {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
         {"\xEF\xBB\xBF\"k\" = \"v\";", "v", "UTF-8 with a mark"},
         {"\xFE\xFF\0k\0=\0\"\x20\xAC\0\"\0;"s, "\u20AC", "UTF-16, big-endian"},
         {"\xFF\xFEk\0=\0\"\0\xAC\x20\"\0;\0"s, "\u20AC", "UTF-16, little-endian"},
@@ -123,10 +122,10 @@ TEST_F(Bundle, ReadsEveryForm) {
         {Binary("\x01\x02", {"\x51k", "\x5F\x10\x10" + std::string(16, 'v')}), std::string(16, 'v'), "a long count"},
         {Binary("\x01\x02\x03\x03", {"\x51j", "\x51k", "\x51s"}), "s", "binary, a string used twice"},
     };
-    for (const auto& row : rows) {
-        Write("Localizable.strings", row.bytes);
-        EXPECT_EQ(LookUp("k"), row.expected) << row.why;
-        EXPECT_EQ(Lum::Platform::ExplainStringTable(""), "") << row.why;
+    for (const auto& [bytes, expected, why] : rows) {
+        Write("Localizable.strings", bytes);
+        EXPECT_EQ(LookUp("k"), expected) << why;
+        EXPECT_EQ(Lum::Platform::ExplainStringTable(""), "") << why;
     }
 }
 
@@ -137,9 +136,7 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
     };
     // Referred to four times, it is one byte beyond four times the list and 64 KB.
     const std::string large = "\x5F\x11" + Number(0x4000 + 54, 2) + std::string(0x4000 + 54, 'x');
-    const struct {
-        std::string bytes, problem;
-    } rows[] = {
+    const std::tuple<std::string, std::string> rows[] = {
         {"k = v;\n\nl = v", "line 3: no \";\" behind a value"},
         {"k v;", "line 1: no \"=\" behind a key"},
         {"\nk = \"v\n\n;", "line 2: a string without closing quotes"},
@@ -177,12 +174,12 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {std::string(good).replace(8, 1, "\xDE"), "the property list has more pairs than bytes for them"},
         {Binary("\1\1\1\1", {large}), "the property list refers to its strings too often"},
     };
-    for (const auto& row : rows) {
-        Write("Localizable.strings", row.bytes);
-        EXPECT_EQ(LookUp("k"), "(none)") << row.problem;
+    for (const auto& [bytes, problem] : rows) {
+        Write("Localizable.strings", bytes);
+        EXPECT_EQ(LookUp("k"), "(none)") << problem;
         const std::string folder = m_Folder.Path().string();
         EXPECT_EQ(Lum::Platform::ExplainStringTable(""),
-                  folder + "/Localizable.strings: " + row.problem + "\n" + folder + ": no table \"Localizable\"\n");
+                  folder + "/Localizable.strings: " + problem + "\n" + folder + ": no table \"Localizable\"\n");
     }
 }
 

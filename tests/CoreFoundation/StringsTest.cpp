@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -99,11 +100,7 @@ TEST(CoreFoundationStrings, ComeBackFromEveryEncodingWithinItsMaximumSize) {
 TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     const std::string zeros(400, '0');
-    const struct {
-        std::string text;
-        std::int32_t integer;
-        double real;
-    } rows[] = {
+    const std::tuple<std::string, std::int32_t, double> rows[] = {
         {" \t\n\v\f\r-12x", -12, -12},
         {"+7.5e1 ", 7, 75},
         {"1e+", 1, 1},
@@ -118,9 +115,9 @@ TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
         {"0." + zeros + "1", 0, 0},
         {"1" + zeros + ".5.e-999", 2147483647, kInfinity},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(CFStringGetIntValue(Make(row.text).get()), row.integer) << row.text;
-        EXPECT_EQ(CFStringGetDoubleValue(Make(row.text).get()), row.real) << row.text;
+    for (const auto& [text, integer, real] : rows) {
+        EXPECT_EQ(CFStringGetIntValue(Make(text).get()), integer) << text;
+        EXPECT_EQ(CFStringGetDoubleValue(Make(text).get()), real) << text;
     }
 }
 

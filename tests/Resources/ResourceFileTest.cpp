@@ -6,6 +6,7 @@
 #include <bit>
 #include <csignal>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <Lum/Platform.h>
@@ -114,13 +115,7 @@ TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
     // "STR " 1 and 2, both with a name; the numbers of its parts, and what they are replaced by.
     const std::string good = Fork({{"STR ", 1, "ab", "x"}, {"STR ", 2, "cd", "y"}});
     const std::size_t map = 256 + 12, references = map + 28 + 2 + 8;
-    const struct {
-        const char* what;
-        std::size_t offset;
-        int size;
-        std::uint64_t number;
-        const char* problem;
-    } damages[] = {
+    const std::tuple<const char*, std::size_t, int, std::uint64_t, const char*> damages[] = {
         {"none", 0, 4, 256, ""},
         {"data one byte outside", 8, 4, good.size() - 255, "data or map lie outside the file"},
         {"map size that wraps 32 bits", 12, 4, 0xFFFFFFFF, "data or map lie outside the file"},
@@ -140,13 +135,12 @@ TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
         {"data of the last one byte too long", 262, 4, 3, "a resource's data lies outside the data"},
         {"data of the first too long for the file", 256, 4, 0xFFFFFFFC, "a resource's data lies outside the data"},
     };
-    for (const auto& damage : damages) {
+    for (const auto& [what, offset, size, number, problem] : damages) {
         std::string bytes = good;
-        bytes.replace(damage.offset, static_cast<std::size_t>(damage.size), Number(damage.number, damage.size));
+        bytes.replace(offset, static_cast<std::size_t>(size), Number(number, size));
         Files::Write(m_Folder / "bad", bytes);
-        const std::string problem = ExplainResourceFile(m_Folder / "bad");
-        EXPECT_EQ(problem, damage.problem) << damage.what;
-        EXPECT_EQ(Open("bad") > 0, problem.empty()) << damage.what;
+        EXPECT_EQ(ExplainResourceFile(m_Folder / "bad"), problem) << what;
+        EXPECT_EQ(Open("bad") > 0, *problem == '\0') << what;
     }
     // Two types, the first of which is to have the other's reference as well.
     const std::string shared = Fork({{"STR ", 1, "a"}, {"TEXT", 2, "b"}}).replace(256 + 10 + 34, 2, Number(1, 2));
@@ -263,8 +257,7 @@ TEST_F(ResourceFile, AFullDiskLeavesFileAndMemoryAsTheyWere) {
     const bool isUpdated = UpdateResourceFile(reference), isClosed = CloseResourceFile(reference);
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(isUpdated);
-    EXPECT_FALSE(isClosed);
+    EXPECT_FALSE(isUpdated || isClosed);
     EXPECT_EQ(Files::Read(m_Folder / "a"), kFile);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_Folder.Path()), {}), 1) << "no other file is left";
     EXPECT_TRUE(CloseResourceFile(reference)) << "there is room again";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include <Lum/Platform.h>
 
@@ -16,12 +17,7 @@ protected:
 };
 
 TEST_F(Script, FollowsTheLocale) {
-    const struct {
-        const char* name;
-        ScriptCode script;
-        LangCode language;
-        TextEncoding codeSet;
-    } rows[] = {
+    const std::tuple<const char*, ScriptCode, LangCode, TextEncoding> rows[] = {
         {"C", smRoman, langEnglish, 0x08000100},
         {"fr_FR.ISO8859-1@euro", smRoman, langEnglish, 0x0201},
         {"fr_FR.no-such-code-set", smRoman, langEnglish, 0x08000100},
@@ -32,17 +28,17 @@ TEST_F(Script, FollowsTheLocale) {
         {"zh_HK", smTradChinese, langTradChinese, 0x08000100},
         {"zh", smSimpChinese, langSimpChinese, 0x08000100},
     };
-    for (const auto& row : rows) {
-        Lum::Platform::SetLocale(row.name);
-        EXPECT_EQ(GetScriptManagerVariable(smSysScript), row.script) << row.name;
-        EXPECT_EQ(GetScriptManagerVariable(smDoubleByte) != 0, row.script != smRoman) << row.name;
-        EXPECT_EQ(GetApplicationTextEncoding(), row.codeSet) << row.name;
+    for (const auto& [name, script, language, codeSet] : rows) {
+        Lum::Platform::SetLocale(name);
+        EXPECT_EQ(GetScriptManagerVariable(smSysScript), script) << name;
+        EXPECT_EQ(GetScriptManagerVariable(smDoubleByte) != 0, script != smRoman) << name;
+        EXPECT_EQ(GetApplicationTextEncoding(), codeSet) << name;
         TextEncoding encoding = 0;
         EXPECT_EQ(UpgradeScriptInfoToTextEncoding(-1, -128, -128, nullptr, &encoding), noErr);
-        EXPECT_EQ(encoding, static_cast<TextEncoding>(row.script)) << row.name;
-        LangCode language = -1;
-        EXPECT_EQ(RevertTextEncodingToScriptInfo(encoding, nullptr, &language, nullptr), noErr);
-        EXPECT_EQ(language, row.language) << row.name;
+        EXPECT_EQ(encoding, static_cast<TextEncoding>(script)) << name;
+        LangCode reverted = -1;
+        EXPECT_EQ(RevertTextEncodingToScriptInfo(encoding, nullptr, &reverted, nullptr), noErr);
+        EXPECT_EQ(reverted, language) << name;
     }
     TextEncoding untouched = 7;
     EXPECT_EQ(UpgradeScriptInfoToTextEncoding(100, -128, -128, nullptr, &untouched), paramErr);

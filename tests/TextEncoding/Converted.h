@@ -1,11 +1,6 @@
 // Runs a converter of the services over whole texts or in pieces, through blocks of their exact size.
 #pragma once
 
-#include <algorithm>
-#include <memory>
-#include <string>
-#include <string_view>
-
 #include "Platform/TextEncoding/Converter.h"
 #include "tests/Generated.h"
 

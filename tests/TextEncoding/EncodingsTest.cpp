@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
-#include <string>
-#include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "Platform/TextEncoding/IcuDirections.h"
@@ -106,11 +104,7 @@ TEST(Encodings, EveryTextIsWhatIcuSaysHoweverItIsCut) {
 }
 
 TEST(Encodings, NothingIsSubstitutedAndNothingIsDropped) {
-    const struct {
-        TextEncoding encoding;
-        std::u16string units;
-        Bytes expected;
-    } rows[] = {
+    const std::tuple<TextEncoding, std::u16string, Bytes> rows[] = {
         {0x0A01, u"a\u65E5\uFF71", {noErr, 6, "a\x93\xFA\xB1"}},
         {0x0A01, u"a\u00E9", {kTECUnmappableElementErr, 2, "a"}},
         {0x0A01, u"a\u00AD", {kTECUnmappableElementErr, 2, "a"}},  // invisible
@@ -121,27 +115,27 @@ TEST(Encodings, NothingIsSubstitutedAndNothingIsDropped) {
         {0x0500, u"\u20AC\u3042", {kTECUnmappableElementErr, 2, "\x80"}},
         {0x0820, u"a\u65E5", {noErr, 4, "a\x1B$BF|\x1B(B"}},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Converted::FromUtf16(row.encoding, row.units), row.expected) << row.encoding;
+    for (const auto& [encoding, units, expected] : rows) {
+        EXPECT_EQ(Converted::FromUtf16(encoding, units), expected) << encoding;
     }
 }
 
 TEST(Encodings, TheFlushReturnsToTheInitialState) {
-    struct Row {
-        TextEncoding encoding;
-        const char* bytes;
-    };
-    for (const Row& row : {Row{0x0820, "\x1B$BF|\x1B(B"}, Row{0x0840, "\x1B$)C\x0Elm\x0F"},
-                           Row{0x0830, "\x1B$)A\x0EHU\x0F"}, Row{0x0A05, "~{HU~}"}, Row{0x04000100, "+ZeU-"}}) {
-        const OwnedConverter converter(kUtf16, row.encoding);
+    for (const auto& [encoding, bytes] :
+         std::vector<std::pair<TextEncoding, const char*>>{{0x0820, "\x1B$BF|\x1B(B"},
+                                                           {0x0840, "\x1B$)C\x0Elm\x0F"},
+                                                           {0x0830, "\x1B$)A\x0EHU\x0F"},
+                                                           {0x0A05, "~{HU~}"},
+                                                           {0x04000100, "+ZeU-"}}) {
+        const OwnedConverter converter(kUtf16, encoding);
         for (int round = 0; round < 2; ++round) {
-            EXPECT_EQ(RunAll(converter, Converted::AsBytes(u"日")).text, row.bytes);
+            EXPECT_EQ(RunAll(converter, Converted::AsBytes(u"日")).text, bytes);
             EXPECT_EQ(RunAll(converter, "").text, "") << "an empty text needs no header";
         }
         // So does Clear, which writes nothing, also after a failure.
         EXPECT_EQ(RunAll(converter, Converted::AsBytes(u"日\xDC00")).status, kTextMalformedInputErr);
         converter.Clear();
-        EXPECT_EQ(RunAll(converter, Converted::AsBytes(u"日")).text, row.bytes);
+        EXPECT_EQ(RunAll(converter, Converted::AsBytes(u"日")).text, bytes);
     }
 }
 

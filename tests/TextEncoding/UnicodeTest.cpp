@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
-#include <memory>
-#include <random>
-#include <string>
+#include <tuple>
 
 #include "Source/Utf8/Utf8.h"
 #include "tests/Generated.h"
@@ -44,11 +42,7 @@ TEST(UnicodeConverters, EveryScalarComesBack) {
 }
 
 TEST(UnicodeConverters, IllFormedUtf8HasTheStatusOfItsClass) {
-    const struct {
-        const char* what;
-        std::string bytes;
-        OSStatus status;
-    } rows[] = {
+    const std::tuple<const char*, std::string, OSStatus> rows[] = {
         {"a continuation byte alone", "\x80", kTextMalformedInputErr},
         {"overlong in two", "\xC1\xBF", kTextMalformedInputErr},
         {"overlong in three", "\xE0\x9F\xBF", kTextMalformedInputErr},
@@ -64,12 +58,12 @@ TEST(UnicodeConverters, IllFormedUtf8HasTheStatusOfItsClass) {
         {"three of four", "\xF0\x9F\x98", kTECPartialCharErr},
         {"three of four, then another character", "\xF0\x9F\x98x", kTextMalformedInputErr},
     };
-    for (const auto& row : rows) {
+    for (const auto& [what, bytes, status] : rows) {
         for (const std::string before : {"", "\xC3\xA9", "0123456789abcdef0123456789abcdef"}) {
-            const auto result = ToUtf16(0x08000100, before + row.bytes);
-            EXPECT_EQ(result.status, row.status) << row.what;
-            EXPECT_EQ(result.read, before.size()) << row.what;
-            EXPECT_EQ(result.text, ToUtf16(0x08000100, before).text) << row.what;
+            const auto result = ToUtf16(0x08000100, before + bytes);
+            EXPECT_EQ(result.status, status) << what;
+            EXPECT_EQ(result.read, before.size()) << what;
+            EXPECT_EQ(result.text, ToUtf16(0x08000100, before).text) << what;
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -12,10 +13,7 @@ using Lum::StreamConverter;
 
 // That a StreamConverter does the same, however the text is cut, is a property in fuzz/Converters.cpp.
 TEST(ConvertText, StopsAtTheBadElementWithAllBeforeItWritten) {
-    const struct {
-        std::string from, to, good, bad;
-        ConversionStatus status;
-    } rows[] = {
+    const std::tuple<std::string, std::string, std::string, std::string, ConversionStatus> rows[] = {
         {"utf-8", "utf-16", "aé", "\xFFz", ConversionStatus::kMalformed},
         {"utf-8", "iso-8859-1", "aé", "\xE2\x82z", ConversionStatus::kMalformed},
         {"utf-8", "iso-8859-1", "aé", "\xE2\x82", ConversionStatus::kIncomplete},
@@ -28,14 +26,14 @@ TEST(ConvertText, StopsAtTheBadElementWithAllBeforeItWritten) {
         {"iso-2022-jp", "iso-8859-1", "a\x1B$B!_\x1B(Bb\x1B$B", "$\"", ConversionStatus::kUnmappable},
         {"utf-7", "shift_jis", "a+MEJvIltX", "2D3eAAB6-", ConversionStatus::kUnmappable},
     };
-    for (const auto& row : rows) {
+    for (const auto& [from, to, before, bad, status] : rows) {
         // The bad element in the first of the blocks between the two converters, and in a later one.
         for (const std::size_t filler : {0U, 3U, 4090U, 9000U}) {
-            const std::string good = std::string(filler, 'x') + row.good;
-            const auto whole = Lum::ConvertText(good + row.bad, row.from, row.to);
-            EXPECT_EQ(std::pair(whole.status, whole.offset), std::pair(row.status, good.size()))
-                << row.from << ' ' << row.to << ' ' << filler;
-            EXPECT_TRUE(Lum::ConvertText(good, row.from, row.to).text.starts_with(whole.text)) << row.from;
+            const std::string good = std::string(filler, 'x') + before;
+            const auto whole = Lum::ConvertText(good + bad, from, to);
+            EXPECT_EQ(std::pair(whole.status, whole.offset), std::pair(status, good.size()))
+                << from << ' ' << to << ' ' << filler;
+            EXPECT_TRUE(Lum::ConvertText(good, from, to).text.starts_with(whole.text)) << from;
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "tests/URI/Exposed.h"
@@ -33,11 +34,7 @@ TEST(Record, AssignmentReplacesTheWholeContent) {
 }
 
 TEST(Components, SettersEscapeForTheirPlaceAndSomeUpdateTheFlags) {
-    const struct {
-        const char* start;
-        std::function<void(Exposed&)> edit;
-        const char* record;
-    } rows[] = {
+    const std::tuple<const char*, std::function<void(Exposed&)>, const char*> rows[] = {
         {"http://h", [](Exposed& u) { u.SetScheme("H t/P"); }, "h%20t/p|||h||||||vh"},
         {"http://h", [](Exposed& u) { u.SetUsername("a:/;@\xE9"); }, "http|a%3A%2F%3B%40\xE9||h||||||vh"},
         {"http://h", [](Exposed& u) { u.SetPassword("a%41/:"); }, "http||a%2541%2F%3A|h||||||vh"},
@@ -74,10 +71,10 @@ TEST(Components, SettersEscapeForTheirPlaceAndSomeUpdateTheFlags) {
         {"http://h/a%20path-long-enough-for-the-heap", [](Exposed& u) { u.SetNonHierarchical(u.m_Path); },
          "http||||||||/a%2520path-long-enough-for-the-heap|v"},
     };
-    for (const auto& row : rows) {
-        Exposed uri(row.start);
-        row.edit(uri);
-        EXPECT_EQ(uri.Record(), row.record) << row.start;
+    for (const auto& [start, edit, record] : rows) {
+        Exposed uri(start);
+        edit(uri);
+        EXPECT_EQ(uri.Record(), record) << start;
     }
 }
 
@@ -96,9 +93,7 @@ TEST(Components, AreReadUnescaped) {
 }
 
 TEST(Components, ThePathNamesAFileOrADirectory) {
-    const struct {
-        const char *path, *stem, *extension, *component, *afterRemoval;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*> rows[] = {
         {"/a/b.tar.gz", "b.tar", ".gz", "b.tar.gz", "/a/"},
         {"/a/.profile", "", "", ".profile", "/a/"},
         {"/a/b.", "b", ".", "b.", "/a/"},
@@ -109,14 +104,14 @@ TEST(Components, ThePathNamesAFileOrADirectory) {
         {"/a%2F", "", "", "", "/a/"},
         {"/", "", "", "", "/"},
     };
-    for (const auto& row : rows) {
-        URI uri(std::string("http://h") + row.path + "?q#f");
-        EXPECT_EQ(uri.GetFilename(false), uri.IsDirectory() ? "" : row.component) << row.path;
-        EXPECT_EQ(uri.GetFilename(true), row.stem) << row.path;
-        EXPECT_EQ(uri.GetExtension(false), row.extension) << row.path;
-        EXPECT_EQ(uri.GetExtension(true), row.extension + (row.extension[0] == '.' ? 1 : 0)) << row.path;
-        EXPECT_EQ(uri.RemoveLastPathComponent(), row.component) << row.path;
-        EXPECT_EQ(uri, std::string("http://h") + row.afterRemoval) << row.path;
+    for (const auto& [path, stem, extension, component, afterRemoval] : rows) {
+        URI uri(std::string("http://h") + path + "?q#f");
+        EXPECT_EQ(uri.GetFilename(false), uri.IsDirectory() ? "" : component) << path;
+        EXPECT_EQ(uri.GetFilename(true), stem) << path;
+        EXPECT_EQ(uri.GetExtension(false), extension) << path;
+        EXPECT_EQ(uri.GetExtension(true), extension + (extension[0] == '.' ? 1 : 0)) << path;
+        EXPECT_EQ(uri.RemoveLastPathComponent(), component) << path;
+        EXPECT_EQ(uri, std::string("http://h") + afterRemoval) << path;
     }
     for (const char* type : {"txt", ".TXT", "name.Txt", "a.b.txt"}) {
         EXPECT_TRUE(URI("http://h/b.txt").IsOfFileType(type) && !URI("http://h/b.txt/").IsOfFileType(type)) << type;
@@ -125,24 +120,20 @@ TEST(Components, ThePathNamesAFileOrADirectory) {
 }
 
 TEST(Components, TheQueryIsReadAndWrittenAsPairs) {
-    const struct {
-        const char* query;
-        std::map<std::string, std::string> pairs;
-        const char* written;
-    } rows[] = {
+    const std::tuple<const char*, std::map<std::string, std::string>, const char*> rows[] = {
         {"b=2&a=1&b=3", {{"a", "1"}, {"b", "3"}}, "a=1&b=3"},
         {"q=a+b%2Bc=d", {{"q", "a b+c=d"}}, "q=a%20b%2Bc%3Dd"},
         {"&a=1&", {{"", ""}, {"a", "1"}}, "=&a=1"},
         {"=v&%4", {{"", "v"}, {"%4", ""}}, "=v&%254="},
     };
-    for (const auto& row : rows) {
+    for (const auto& [query, pairs, written] : rows) {
         URI uri("http://h");
-        uri.SetQuery(row.query, false);
-        std::map<std::string, std::string> pairs{{"old", "pair"}};
-        uri.GetQueryByMap(pairs);
-        EXPECT_EQ(pairs, row.pairs) << row.query;
-        uri.SetQueryByMap(pairs);
-        EXPECT_EQ(uri.GetQuery(false), row.written) << row.query;
+        uri.SetQuery(query, false);
+        std::map<std::string, std::string> read{{"old", "pair"}};
+        uri.GetQueryByMap(read);
+        EXPECT_EQ(read, pairs) << query;
+        uri.SetQueryByMap(read);
+        EXPECT_EQ(uri.GetQuery(false), written) << query;
     }
     URI uri("http://h?%6B=1&k=2&K=3");
     std::string value = "untouched";

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <random>
-#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>

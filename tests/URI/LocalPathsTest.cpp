@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "Mac/FileSystemPaths.h"
@@ -17,12 +18,8 @@ enum class PathStyle { Win, Mac, Unix };
 constexpr PathStyle kNativePaths = PathStyle::LUM_NATIVE_PATHS;
 
 TEST(LocalPaths, FromTheThreeStyles) {
-    struct Row {
-        void (URI::*from)(URI::StringProxy);
-        const char* path;
-        const char* uri;
-    };
-    for (const Row& row : std::vector<Row>{
+    using From = void (URI::*)(URI::StringProxy);
+    for (const auto& [from, path, expected] : std::vector<std::tuple<From, const char*, const char*>>{
              {&URI::LocalPathToURIWin, "C:\\Documents\\a b.txt", "file:///C|/Documents/a%20b.txt"},
              {&URI::LocalPathToURIWin, "C:", "file:///C%7C"},
              {&URI::LocalPathToURIWin, "\\\\Server\\share:x", "file://server/share%7Cx"},
@@ -36,9 +33,9 @@ TEST(LocalPaths, FromTheThreeStyles) {
              {&URI::LocalPathToURIMac, ":x::y", "file:///x//y"},
          }) {
         URI uri("http://u:p@h:1/x?q#f");
-        (uri.*row.from)(row.path);
+        (uri.*from)(path);
         uri.SetUsername("");
-        EXPECT_EQ(uri, row.uri) << row.path;
+        EXPECT_EQ(uri, expected) << path;
     }
 }
 

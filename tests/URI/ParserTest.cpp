@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <string>
 #include <vector>
 
 #include "Source/Base/Block16Plain.h"

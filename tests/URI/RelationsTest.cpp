@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <memory>
-#include <string>
+#include <tuple>
 #include <vector>
 
 #include "Source/Base/Block16Plain.h"
@@ -27,10 +26,7 @@ struct Installed : Lum::URIResolver {
 };
 
 TEST(Relations, TwoUrisAreTheSameAboveBelowOrUnrelated) {
-    const struct {
-        const char *a, *b;
-        int withCase, withoutCase;
-    } rows[] = {
+    const std::tuple<const char*, const char*, int, int> rows[] = {
         {"http://h/a/b", "http://h/a", 1, 1},
         {"http://h/a", "http://h/a/", 0, 0},
         {"http://h/", "http://h", 2, 2},
@@ -44,12 +40,12 @@ TEST(Relations, TwoUrisAreTheSameAboveBelowOrUnrelated) {
         {"mailto:a", "mailto:A", 0, 0},
         {"a/b", "a/b", 0, 0},
     };
-    for (const auto& row : rows) {
+    for (const auto& [a, b, withCase, withoutCase] : rows) {
         for (const bool isResolved : {false, true}) {
             const auto resolver = isResolved ? std::make_unique<Installed>() : nullptr;
-            EXPECT_EQ(URI(row.a).GetRelation(URI(row.b), true), row.withCase) << row.a << ' ' << row.b;
-            EXPECT_EQ(URI(row.a).GetRelation(URI(row.b), false), row.withoutCase) << row.a << ' ' << row.b;
-            EXPECT_EQ(URI::GetRelationByString(row.a, row.b), row.withCase) << row.a << ' ' << row.b;
+            EXPECT_EQ(URI(a).GetRelation(URI(b), true), withCase) << a << ' ' << b;
+            EXPECT_EQ(URI(a).GetRelation(URI(b), false), withoutCase) << a << ' ' << b;
+            EXPECT_EQ(URI::GetRelationByString(a, b), withCase) << a << ' ' << b;
         }
     }
 }
@@ -136,13 +132,11 @@ TEST(Relations, AResolverMayAskAndReplaceItselfMeanwhile) {
 }
 
 TEST(Relations, AuthoritiesCompareByHostAndWrittenPort) {
-    EXPECT_TRUE(URI::CompareAuthority("http://u@H/a", "ftp://h/b"));
-    EXPECT_TRUE(URI::CompareAuthority("http://[::1]/", "http://::1/"));
+    EXPECT_TRUE(URI::CompareAuthority("http://u@H/a", "ftp://h/b") && URI::CompareAuthority("a", "mailto:b") &&
+                URI::CompareAuthority("http://[::1]/", "http://::1/"));
     EXPECT_FALSE(URI::CompareAuthority("http://h", "http://h:80"));
-    EXPECT_TRUE(URI::CompareAuthority("a", "mailto:b"));
     EXPECT_TRUE(URI("http://h/a/%62/c").IsUnderDirectory("b"));
-    EXPECT_FALSE(URI("http://h/a/bb/B").IsUnderDirectory("b"));
-    EXPECT_FALSE(URI("http://h/a//b").IsUnderDirectory(""));
+    EXPECT_FALSE(URI("http://h/a/bb/B").IsUnderDirectory("b") || URI("http://h/a//b").IsUnderDirectory(""));
 }
 
 TEST(References, OfEveryKind) {

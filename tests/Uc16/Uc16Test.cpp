@@ -6,7 +6,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cfenv>
 #include <cfloat>
@@ -14,9 +13,6 @@
 #include <clocale>
 #include <cstdarg>
 #include <cstdio>
-#include <memory>
-#include <random>
-#include <string>
 
 #include <Lum/Platform.h>
 
@@ -194,11 +190,8 @@ TEST(Spans, EndWhereTheStandardLibraryFindsTheEnd) {
     std::mt19937 random(1);
     const auto text = [&](std::size_t longest) {
         // Now and then a long run before anything that could end it.
-        std::u16string units(random() % 4 == 0 ? random() % (2 * longest) : 0, u'a');
-        for (auto left = random() % (longest + 1); left > 0; --left) {
-            units += alphabet[random() % alphabet.size()];
-        }
-        return units;
+        const std::u16string run(random() % 4 == 0 ? random() % (2 * longest) : 0, u'a');
+        return run + Generated::Text(random, alphabet, longest);
     };
     for (int round = 0; round < 20000; ++round) {
         const std::u16string units = text(30);
