@@ -143,11 +143,11 @@ std::string ConvertLossy(const std::string& from, const std::string& to, std::st
     });
     for (;;) {
         const bool isLast = shown == text.size();
-        const Block input(text.substr(read, shown - read)), output(nextSpace());
-        const std::string_view bytes(input.bytes.get(), input.size);
-        const std::span<char> space(output.bytes.get(), output.size);
-        const ConversionResult step = isLast ? converter.Finish(bytes, space) : converter.Convert(bytes, space);
-        result.append(output.bytes.get(), step.written);
+        const Exact input(text.substr(read, shown - read)), output(std::string(nextSpace(), '?'));
+        const std::span<char> space(output.begin(), output.size());
+        const ConversionResult step =
+            isLast ? converter.Finish(input.View(), space) : converter.Convert(input.View(), space);
+        result.append(output.begin(), step.written);
         read += step.read;
         if (step.status != ConversionStatus::kOutputFull) {
             Require(!isLast || step.status == ConversionStatus::kDone);
