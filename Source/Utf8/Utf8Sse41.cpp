@@ -59,7 +59,14 @@ template <int kBits>
 Vector ShiftDown(Vector units) noexcept {
     return _mm_srli_epi16(units, kBits);
 }
-Vector Choose(Vector lanes, Vector others, Vector isOther) noexcept { return _mm_blendv_epi8(lanes, others, isOther); }
+Vector Choose(Vector lanes, Vector others, Vector isOther) noexcept {
+#if defined(__CHAR_UNSIGNED__) && !defined(__clang__)
+    // g++ 12 takes the bytes of the choice for char, and with -funsigned-char none for negative.
+    return Or(And(isOther, others), Without(lanes, isOther));
+#else
+    return _mm_blendv_epi8(lanes, others, isOther);
+#endif
+}
 std::uint32_t Bits(Vector lanes) noexcept { return static_cast<std::uint32_t>(_mm_movemask_epi8(lanes)); }
 template <unsigned kBits>
 bool HasNone(Vector units) noexcept {
