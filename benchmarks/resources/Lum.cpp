@@ -1,7 +1,6 @@
 // Lum: CString::LoadString, through the index of a resource file to its string lists.
 #include <Lum/CString.h>
 
-#include <cstdint>
 #include <fstream>
 
 #include <Lum/Platform.h>
@@ -10,14 +9,6 @@
 
 namespace Bench::Resources {
 namespace {
-
-std::string Number(std::uint64_t number, int size) {
-    std::string bytes;
-    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8) {
-        bytes += static_cast<char>(static_cast<unsigned char>(number >> shift));
-    }
-    return bytes;
-}
 
 /// A file of lists of 500 strings, with their index.
 std::string MakeFile(const std::vector<Entry>& entries) {
@@ -77,6 +68,7 @@ void AddCases(const std::string& name, const Inputs& inputs) {
             Lum::Platform::CloseResourceFile(reference);
             gStrResTableInited = false;
         });
+    AddWorstGrowth(inputs.folder);
 }
 
 const AddSubject add{{"Lum", AddCases}};

@@ -76,6 +76,14 @@ std::vector<Subject>& Subjects() {
     return subjects;
 }
 
+std::string Number(std::uint64_t number, int size) {
+    std::string bytes;
+    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8) {
+        bytes += static_cast<char>(static_cast<unsigned char>(number >> shift));
+    }
+    return bytes;
+}
+
 fs::path FreshPath(const Inputs& inputs) {
     static int count = 0;
     fs::path link = Folder() / std::to_string(count++);

@@ -4,6 +4,7 @@
 // goes with the program.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -34,6 +35,12 @@ struct Inputs {
 /// A path that nobody has opened yet and that leads to `folder`: for subjects that never let go of what
 /// they have read.
 std::filesystem::path FreshPath(const Inputs& inputs);
+
+/// Adds Lum's cases of files that are slow to read for a careless reader. Its files go into `folder`.
+void AddWorstGrowth(const std::filesystem::path& folder);
+
+/// A number of so many bytes, the highest first.
+std::string Number(std::uint64_t number, int size);
 
 struct Subject {
     std::string name;
