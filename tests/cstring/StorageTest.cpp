@@ -24,7 +24,7 @@ TEST(StringStorage, EveryEmptyStringHasTheOneEmptyBuffer) {
 
 TEST(StringStorage, AReleaseFreesOnlyALockedBuffer) {
     const unsigned short* const kept = CString(u"abc").GetAsUniCharStr();
-    const unsigned short* const freed = CString(u"abc").LockBuffer();
+    [[maybe_unused]] const unsigned short* const freed = CString(u"abc").LockBuffer();
     EXPECT_EQ(*kept, 'a');
 #ifndef LUM_NO_POOLS
     EXPECT_EQ(CString(u"next").GetAsUniCharStr(), freed);
