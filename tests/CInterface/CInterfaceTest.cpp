@@ -14,6 +14,7 @@
 
 #include <Lum/Lum.h>
 
+#include "tests/Resources/Files.h"
 #include "tests/URI/Exposed.h"
 #include "tests/URI/Table.h"
 
@@ -288,6 +289,24 @@ TEST(CInterface, StringsComeFromResourceFiles) {
     EXPECT_EQ(Written(lum_resource_explain, "/nowhere"), Lum::Platform::ExplainResourceFile("/nowhere"));
 }
 
+TEST(CInterface, SetsUpTheHost) {
+    const Files::Folder folder;
+    Files::Write(folder / "C.strings", "7 = seven;");
+    EXPECT_EQ(lum_string_set_folder(folder.Path().c_str()), LUM_OK);
+    EXPECT_EQ(lum_string_add_table("C"), LUM_OK);
+    EXPECT_EQ(Written(lum_string_load, 7U), "seven");
+    const std::string before = Lum::Transcoder::PlatformEncoding();
+    EXPECT_EQ(lum_set_locale("ja_JP"), LUM_OK);
+    EXPECT_NE(Lum::Transcoder::PlatformEncoding(), before);
+    EXPECT_EQ(lum_set_locale("C"), LUM_OK);
+    EXPECT_EQ(lum_set_application_encoding("iso-8859-1"), LUM_OK);
+    EXPECT_EQ(CString("\xE9"), u"\u00E9");
+    Lum::Platform::SetApplicationTextEncoding(0xFFFF);
+    EXPECT_EQ(lum_set_startup_volume("Disk"), LUM_OK);
+    EXPECT_EQ(URI("file:///Disk/a").ToLocalPathUnix(), "/a");
+    Lum::Platform::SetStartupVolumeName("Macintosh HD");
+}
+
 TEST(CInterface, NullAndUnknownCodesAreAnsweredAndEveryStatusHasAText) {
     Object object("http://h/");
     char text[8];
@@ -310,7 +329,19 @@ TEST(CInterface, NullAndUnknownCodesAreAnsweredAndEveryStatusHasAText) {
     EXPECT_EQ(lum_uri_flags(nullptr), 0);
     EXPECT_EQ(lum_converter_create(nullptr, nullptr, nullptr), LUM_BAD_ARGUMENT);
     EXPECT_EQ(lum_converter_finish(nullptr, text, 8, &size), LUM_BAD_ARGUMENT);
-    EXPECT_EQ(lum_time_to_fields(0, nullptr), LUM_BAD_ARGUMENT);
+    int relation = 0;
+    std::int64_t ticks = 0;
+    for (const lum_status status :
+         {lum_converter_convert(nullptr, "a", 1, &size, text, 8, &size), lum_converter_clear(nullptr),
+          lum_uri_query_value(nullptr, "a", 1, text, 8, &size), lum_uri_set_query_value(nullptr, "a", 1, "b", 1),
+          lum_uri_resolve(nullptr, "a", 1), lum_uri_relation(object.uri, nullptr, 1, &relation),
+          lum_uri_common_parent(object.uri, nullptr, 1, &copy), lum_time_to_fields(0, nullptr),
+          lum_time_from_fields(nullptr, &ticks), lum_uri_compare(object.uri, nullptr, &relation),
+          lum_uri_go_up(nullptr), lum_uri_from_path("a", 1, 99, &copy),
+          lum_uri_get(nullptr, LUM_PATH, LUM_STORED, text, 8, &size),
+          lum_uri_next_pair(object.uri, nullptr, text, 8, &size, text, 8, &size)}) {
+        EXPECT_EQ(status, LUM_BAD_ARGUMENT);
+    }
     EXPECT_EQ(lum_resource_open(nullptr, nullptr), LUM_BAD_ARGUMENT);
     const Object empty(std::string{}), null;
     EXPECT_EQ(Text(empty.uri), "");

@@ -142,6 +142,8 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {"\nk = \"v\n\n;", "line 2: a string without closing quotes"},
         {"k = \"\\U12g4\";", "line 1: \"\\U\" without four hexadecimal digits"},
         {"/*/", "line 1: a comment without end"},
+        {"k = /*", "line 1: a comment without end"},
+        {"k = \"\\", "line 1: a string without closing quotes"},
         {"{k = v;}", "line 1: neither a string in quotes nor a word"},
         {"\"k\" = \"\xE9\";", "not UTF-8, nor UTF-16 with a byte order mark"},
         {"\xFE\xFF\0"s, "half a unit of UTF-16 at the end"},
@@ -153,6 +155,7 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {Xml("<dict/>") + "x", "line 5: text behind the end"},
         {"<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><dict/></plist>", "line 1: declarations in the document type"},
         {"<!-- <plist>", "line 1: a part without end"},
+        {"<plist><dict><key><![CDATA[k</key>", "line 1: a part without end"},
         {"<html/>", "line 1: not a property list"},
         {"<plist>\0"s, "a NUL in the property list"},
         {Xml("<dict><key>&k;</key><string/></dict>"), "a property list that cannot be read"},
@@ -170,6 +173,8 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {Binary("\x01\x02", {"\x51k", "\x62\0v"s}), "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x5F\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"}),
          "a key or value of the property list is no string"},
+        {Binary("\x01\x07", {"\x51k", "\x51v"}), "a key or value of the property list is no string"},
+        {Binary("\x01\x02", {"\x51k", "\x5F"}), "a key or value of the property list is no string"},
         {Binary("\x01\x02", {"\x51k", "\x51\xE9"}), "a string of the property list is not valid text"},
         {std::string(good).replace(8, 1, "\xDE"), "the property list has more pairs than bytes for them"},
         {Binary("\1\1\1\1", {large}), "the property list refers to its strings too often"},
@@ -181,6 +186,10 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         EXPECT_EQ(Lum::Platform::ExplainStringTable(""),
                   folder + "/Localizable.strings: " + problem + "\n" + folder + ": no table \"Localizable\"\n");
     }
+    std::filesystem::create_directory(m_Folder / "Folder.strings");
+    const std::string folder = m_Folder.Path().string();
+    EXPECT_EQ(Lum::Platform::ExplainStringTable("Folder"),
+              folder + "/Folder.strings: no file that can be opened\n" + folder + ": no table \"Folder\"\n");
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "Platform/TextEncoding/Converter.h"
 #include "Platform/TextEncoding/EncodingNames.h"
 
 namespace {
@@ -105,6 +106,7 @@ TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
         {"+7.5e1 ", 7, 75},
         {"1e+", 1, 1},
         {"- 1", 0, 0},
+        {"--1", 0, 0},
         {"0x10", 0, 0},
         {"inf", 0, 0},
         {"\u00A01", 0, 0},
@@ -119,6 +121,24 @@ TEST(CoreFoundationStrings, ReadTheNumberTheyBeginWith) {
         EXPECT_EQ(CFStringGetIntValue(Make(text).get()), integer) << text;
         EXPECT_EQ(CFStringGetDoubleValue(Make(text).get()), real) << text;
     }
+}
+
+TEST(CoreFoundationStrings, AreNotMadeOfWhatCannotBe) {
+    std::array<char, 4> buffer{"###"};
+    const OwnedString string = Make("a"),
+                      lone(CFStringCreateWithCharacters(kCFAllocatorDefault, Units{0xD800}.data(), 1));
+    EXPECT_EQ(CFStringGetCString(string.get(), nullptr, 4, 0x0600), 0);
+    EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), 0, 0x0600), 0);
+    EXPECT_STREQ(buffer.data(), "###");
+    EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), 4, 0xEEEE), 0);
+    EXPECT_STREQ(buffer.data(), "") << "an encoding that there is not";
+    EXPECT_EQ(CFStringCreateWithCString(kCFAllocatorDefault, "a", 0xEEEE), nullptr);
+    EXPECT_EQ(CFURLCreateWithFileSystemPath(kCFAllocatorDefault, lone.get(), kCFURLPOSIXPathStyle, 0), nullptr);
+    const CFURLRef url = CFURLCreateWithFileSystemPath(kCFAllocatorDefault, string.get(), kCFURLPOSIXPathStyle, 0);
+    EXPECT_EQ(CFURLCopyFileSystemPath(url, static_cast<CFURLPathStyle>(2)), nullptr);
+    CFRelease(url);
+    // Neither side is UTF-16.
+    EXPECT_FALSE(Lum::Internal::TextConversion::OwnedConverter(0x0A01, 0x0920));
 }
 
 TEST(CoreFoundationArrays, HoldAReferenceToWhatTheyHold) {

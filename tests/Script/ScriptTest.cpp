@@ -37,9 +37,12 @@ TEST_F(Script, FollowsTheLocale) {
         EXPECT_EQ(UpgradeScriptInfoToTextEncoding(-1, -128, -128, nullptr, &encoding), noErr);
         EXPECT_EQ(encoding, static_cast<TextEncoding>(script)) << name;
         LangCode reverted = -1;
-        EXPECT_EQ(RevertTextEncodingToScriptInfo(encoding, nullptr, &reverted, nullptr), noErr);
-        EXPECT_EQ(reverted, language) << name;
+        ScriptCode back = -1;
+        Str255 font = {9};
+        EXPECT_EQ(RevertTextEncodingToScriptInfo(encoding, &back, &reverted, font), noErr);
+        EXPECT_EQ(std::tuple(back, reverted, int{font[0]}), std::tuple(script, language, 0)) << name;
     }
+    EXPECT_EQ(GetScriptManagerVariable(0), 0);
     TextEncoding untouched = 7;
     EXPECT_EQ(UpgradeScriptInfoToTextEncoding(100, -128, -128, nullptr, &untouched), paramErr);
     EXPECT_EQ(untouched, 7U);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstring>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -40,6 +42,25 @@ Bytes ByIcu(UConverter* icu, std::string_view text) {
     }
     return {fault != noErr || read == text.size() ? fault : kTECPartialCharErr, read,
             std::string(reinterpret_cast<const char*>(to.data()), reinterpret_cast<const char*>(run.to))};
+}
+
+TEST(Encodings, TakeUnitsAtAnyAddress) {
+    for (const EncodingRow& row : EncodingRows()) {
+        const OwnedConverter encoder(kUtf16, row.encoding);
+        if (!encoder) {
+            continue;
+        }
+        alignas(char16_t) std::array<unsigned char, 9> input{};
+        std::array<Bytes, 2> results;
+        for (const std::size_t shift : {0U, 1U}) {
+            std::memcpy(input.data() + shift, u"abcd", 8);
+            std::array<unsigned char, 64> output{};
+            const Step step = encoder.Convert({input.data() + shift, 8}, output);
+            results[shift] = {step.status, step.read, std::string(output.begin(), output.end())};
+            encoder.Clear();
+        }
+        EXPECT_EQ(results[0], results[1]) << row.names;
+    }
 }
 
 TEST(Encodings, EveryTextIsWhatIcuSaysHoweverItIsCut) {

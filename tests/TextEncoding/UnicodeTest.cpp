@@ -100,9 +100,9 @@ TEST(UnicodeConverters, TheFastUtf8GivesWhatThePlainOneGives) {
     std::mt19937 random(3);
     for (int round = 0; round < 1500; ++round) {
         std::string text;
-        while (text.size() < 400 && random() % 32 != 0) {
+        while (text.size() < 600 && random() % 32 != 0) {
             const std::string& character = ends[random() % std::size(ends)];
-            for (std::size_t i = random() % 20; i > 0; --i) {
+            for (std::size_t i = random() % 64; i > 0; --i) {
                 text += character;
             }
         }

@@ -27,6 +27,7 @@ TEST(ConvertLossy, ReplacesEachBadElement) {
         {"utf-8", "iso-2022-jp", "あ€い", "\x1B$B$\"\x1B(B?\x1B$B$$\x1B(B", "the target's state"},
         {"iso-2022-jp", "iso-8859-1", "\x1B$B$\"!_$$\x1B(Bz", "?\xD7?z", "the source's state"},
         {"utf-7", "shift_jis", "+2D3eAAB6-b", "?zb", "characters that share a byte"},
+        {"utf-7", "utf-8", "a+AGEA", "aa\uFFFD", "the start of one more character"},
         {"utf-16be", "utf-7", "\xD8\0\0a"s, "+//0-a", "the replacement in the target's escapes"},
     };
     for (const auto& row : rows) {

@@ -56,7 +56,9 @@ TEST(StreamConverter, StaysAtABadElementUntilItIsCleared) {
         EXPECT_EQ(converter.Convert(input, output).status, ConversionStatus::kUnmappable);
     }
     EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kUnmappable);
-    converter.Clear();
+    StreamConverter moved(std::move(converter));
+    moved.Clear();
+    converter = std::move(moved);
     EXPECT_EQ(converter.Convert("é", output).status, ConversionStatus::kDone);
     EXPECT_EQ(output[0], '\xE9');
     EXPECT_EQ(converter.Finish(output).status, ConversionStatus::kDone);

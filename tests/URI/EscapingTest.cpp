@@ -55,6 +55,7 @@ TEST(Escaping, ExamplesOfTheHeader) {
     EXPECT_EQ(URI::Escape("a\0\xE9 %20"s), "a\0\xE9%20%2520"s);
     EXPECT_EQ(URI::EscapeChars("a\0\xE9\x7F"s, ""), "a%00\xE9%7F");
     EXPECT_EQ(URI::EscapeChars("\xE9/a", "\xE9/"), "%E9%2Fa");
+    EXPECT_EQ(URI::Escape(std::string(5000, 'x') + ' '), std::string(5000, 'x') + "%20");
     EXPECT_EQ(URI::Unescape("%41%C3%A9", true), "%41\xC3\xA9");
     EXPECT_TRUE(URI::VerifyAlpha("") && URI::VerifyAlpha("azAZ"));
     EXPECT_FALSE(URI::VerifyAlpha("abc2") || URI::VerifyAlpha("\xE9") || URI::VerifyAlpha("@") ||

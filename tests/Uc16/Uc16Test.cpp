@@ -208,6 +208,13 @@ TEST(Spans, EndWhereTheStandardLibraryFindsTheEnd) {
     }
 }
 
+TEST(Spans, AreCopiedWithoutANul) {
+    std::array<unsigned short, 3> to{7, 7, 7};
+    EXPECT_EQ(uc16_wmemcpy(to.data(), Exact(u"ab").begin(), 2), to.data());
+    EXPECT_EQ(uc16_wmemcpy(to.data(), nullptr, 0), to.data());
+    EXPECT_EQ(to, (std::array<unsigned short, 3>{'a', 'b', 7}));
+}
+
 TEST(Spans, ReadNoPageBehindTheText) {
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
     void* const pages = mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);

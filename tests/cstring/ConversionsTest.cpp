@@ -135,10 +135,15 @@ TEST(RuntimeNames, ChangeCaseAndSearch) {
     const char16_t* const where = text.c_str();
     EXPECT_EQ(_mbsstr(where, u"\u0161{", 0), where + 3);
     EXPECT_EQ(_mbsstr(where, u"x", 0), nullptr);
-    IntlInfo::s_doubleByte = true;
-    EXPECT_EQ(_mbsstr(u"", u"", 0), nullptr);
-    EXPECT_EQ(_mbsstr(where, u"", 0), where);
-    IntlInfo::s_doubleByte = false;
+    for (const char* const locale : {"ja_JP", "C"}) {
+        Lum::Platform::SetLocale(locale);
+        IntlInfo::Initialize();
+        const bool isDouble = locale[0] == 'j';
+        EXPECT_EQ(IntlInfo::s_doubleByte, isDouble);
+        EXPECT_EQ(IntlInfo::s_leadByteTable[0x81] != 0, isDouble);
+        EXPECT_EQ(_mbsstr(where, u"", 0), where);
+        EXPECT_EQ(_mbsstr(u"", u"", 0) == nullptr, isDouble);
+    }
 }
 
 TEST(RuntimeNames, WidenInPlaceAndWriteNumbers) {

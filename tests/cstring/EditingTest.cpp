@@ -141,6 +141,15 @@ TEST(StringCalls, CompileWithoutCastsAndMeanTheObvious) {
     s += std::u16string_view(u"!");
     s += "\xC3\xA9";
     EXPECT_EQ(s, u"view!\u00E9");
+    // What is there for old sources and does nothing, or little.
+    s.FormatMessage(a, 1);
+    s.FormatMessage(128U, 1);
+    s.TrimLeft();
+    CheckStrResTableForDups(nullptr, 1);
+    EXPECT_EQ(s, u"view!\u00E9");
+    EXPECT_TRUE(AfxIsValidString(a, 1) && !AfxIsValidString(static_cast<const unsigned short*>(nullptr), 1));
+    EXPECT_EQ(CString(static_cast<const unsigned short*>(nullptr), 3).GetLength(), 3);
+    EXPECT_EQ(CString(reinterpret_cast<const char*>(7), 5), u"7") << "the number of a text";
     static_assert(std::is_nothrow_default_constructible_v<CString> && std::is_nothrow_swappable_v<CString>);
 }
 
@@ -174,6 +183,7 @@ TEST(StringSearching, FindsUnitsAndTexts) {
     EXPECT_EQ(CString(u"ABC").CompareNoCase(u"abd"), -1) << "case ignored";
     EXPECT_EQ(CString(u"\u00C9").CompareNoCase(u"\u00E9"), -1) << "but not beyond ASCII";
     EXPECT_EQ(CString(u"a").CompareNoCase(u"AB"), -1) << "shorter";
+    EXPECT_EQ(CString(u"ab").CompareNoCase(u"A"), 1) << "longer";
     EXPECT_EQ(CString(u"\uFFFF").Compare(u"a"), 1) << "units have no sign";
     EXPECT_EQ(CString(u"a").Compare(CString(u"a\0", 2)), -1) << "a 0 unit is text";
 }
@@ -201,6 +211,8 @@ TEST(StringParts, AreNumberedFromZero) {
     EXPECT_EQ(s.GetPartRange(':', 2, 6), u"c:d::") << "parts that are not there are empty";
     EXPECT_EQ(s.GetPartRange(':', -2, 1), u"::a") << "on this side too";
     EXPECT_EQ(s.GetPartRange(':', 5, 8), u"::") << "nothing but such";
+    EXPECT_EQ(s.GetPartRange(':', 0, -1) + s.GetPartRange(':', 0, 4), s + s) << "all of them";
+    EXPECT_EQ(CString(u"a:").GetPartRange(':', 1, 2), u"") << "an empty one";
     EXPECT_EQ(CString(u"a::b::::c").GetPart(CString(u"::"), 2), u"") << "a delimiter of two units";
     EXPECT_EQ(CString(u"a:::b").GetLastPart(CString(u"::")), u":b") << "matched from the left";
     EXPECT_EQ(CString(u"a::b::c").GetPartRange(u"::", 1, 3), u"b::c") << "ranges of such";

@@ -57,6 +57,12 @@ TEST(StringStorage, ACopyToBeWrittenIsClearedBehindItsText) {
     EXPECT_EQ(s, u"abc" + std::u16string(61, u'\0'));
     s.AllocBuffer(-1);
     EXPECT_TRUE(s.IsEmpty());
+    CString emptied(u"abc");
+    emptied.ReleaseBuffer(0);
+    CString upper(emptied), filled(emptied);
+    upper.MakeUpper();
+    filled.Insert(0, u"x");
+    EXPECT_TRUE(upper.GetAsUniCharStr() == _afxPchNil && emptied.IsEmpty() && filled == u"x");
 }
 
 TEST(StringStorage, AHostStringIsCachedByWhatTakesItsText) {
@@ -75,6 +81,9 @@ TEST(StringStorage, AHostStringIsCachedByWhatTakesItsText) {
     t = "\xE2\x82\xAC";
     t = "\xFF";
     EXPECT_EQ(t, u"\u20AC") << "not text, so no change";
+    t = static_cast<const char*>(nullptr);
+    EXPECT_TRUE(t.IsEmpty());
+    CFStringGetLPWSTR(first, static_cast<unsigned short*>(nullptr), 8, 0);
 }
 
 TEST(FixedAlloc, BlocksAreAlignedNeverOverlapAndComeBack) {
