@@ -14,7 +14,7 @@ namespace formats = std;
 
 int main() {
     const Lum::URI uri("ftp://me:secret@h/x");
-    std::cout << formats::format("{} {:r} [{:>20.5}]\n", uri, uri, uri)
+    std::cout << formats::format("{} {:r} [{:>20.5}]\n", uri, uri, uri) << formats::format("{:*<20r}\n", uri)
               << formats::format("{} {:.10}\n", CString(u"caf\u00E9"), Lum::TimeStamp(2008, 2, 29, 12, 30, 45, 5))
               << formats::format("{} {}\n", Lum::kRelationParent, Lum::ConvertText("a\xFF", "utf-8", "latin1"));
     PrintTo(CString(u"text"), &std::cout);

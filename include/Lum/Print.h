@@ -6,7 +6,7 @@
 //
 // URIs print as ToString(false) gives them, with "r" redacted (see <Lum/Redaction.h>); CString as UTF-8; a time as
 // ToW3DTF gives it; relations and conversion statuses as words; what a conversion gave as its status and where it
-// ended. Formats take fill, alignment, width and precision as for a string; "r" is taken alone.
+// ended. Formats take fill, alignment, width and precision as for a string; "r" stands where its type would: "{:>40r}".
 //
 // Include it behind <fmt/format.h> to format with {fmt}, from version 9.
 #pragma once
@@ -77,16 +77,19 @@ inline constexpr bool isPrinted<ConversionResult> = true;
 template <class Text>
 inline constexpr bool isPrinted<ConvertedText<Text>> = true;
 
-/// What both libraries ask of a formatter, over theirs for strings.
-template <class Value, class StringFormatter>
+/// What both libraries ask of a formatter, over theirs for strings and their view of a format.
+template <class Value, class StringFormatter, class FormatView>
 struct PrintFormatter : StringFormatter {
     template <class Context>
     constexpr auto parse(Context& context) {
         if constexpr (std::derived_from<Value, URI>) {
-            const auto begin = context.begin();
-            if (begin != context.end() && *begin == 'r' && (begin + 1 == context.end() || *(begin + 1) == '}')) {
+            const std::string_view format(context.begin(), context.end());
+            const std::string_view own = format.substr(0, format.find('}'));
+            if (own.ends_with('r')) {
                 m_IsRedacted = true;
-                context.advance_to(begin + 1);
+                FormatView rest(own.substr(0, own.size() - 1));
+                static_cast<void>(StringFormatter::parse(rest));
+                return context.begin() + static_cast<std::ptrdiff_t>(own.size());
             }
         }
         return StringFormatter::parse(context);
@@ -126,13 +129,14 @@ inline void PrintTo(const CString& text, std::ostream* out) { *out << Lum::Print
 template <class Value>
 requires Lum::Internal::isPrinted<Value>
 struct fmt::formatter<Value, char, void>
-    : Lum::Internal::PrintFormatter<Value, fmt::formatter<std::string_view, char, void>> {
+    : Lum::Internal::PrintFormatter<Value, fmt::formatter<std::string_view, char, void>, fmt::format_parse_context> {
 };
 #endif
 #ifdef __cpp_lib_format
 template <class Value>
 requires Lum::Internal::isPrinted<Value>
-struct std::formatter<Value, char> : Lum::Internal::PrintFormatter<Value, std::formatter<std::string_view, char>> {
+struct std::formatter<Value, char>
+    : Lum::Internal::PrintFormatter<Value, std::formatter<std::string_view, char>, std::format_parse_context> {
 };
 #endif
 /// @endcond

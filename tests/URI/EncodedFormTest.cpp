@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <Lum/CString.h>
+#include <Lum/Print.h>
 
 #include "tests/URI/Exposed.h"
 
@@ -44,6 +45,15 @@ TEST(Serialiser, ComparesHashesAndPrintsByItsText) {
     out << uri << ' ' << URI::Escape(" ");
     EXPECT_EQ(out.str(), "http://host/%7Ea %20");
 }
+
+#ifdef __cpp_lib_format
+TEST(Serialiser, PrintsByTheStandardLibrary) {
+    const URI uri("ftp://me:secret@h/x");
+    EXPECT_EQ(std::format("{} {:r} {:*>14r} {:.3}", uri, uri, uri, uri),
+              "ftp://me:secret@h/x ftp://me@h/x **ftp://me@h/x ftp");
+    EXPECT_EQ(std::format("{} {}", CString(u"\u00E9"), Lum::kRelationParent), "\u00E9 parent");
+}
+#endif
 
 TEST(Serialiser, DifferentComponentsMayPrintTheSameText) {
     URI query("http://h/a#b?c"), fragment("http://h/a"), longer("http://h/a"), other("http://h/a");
