@@ -15,3 +15,8 @@ ROW("SetAt", 1, (s.SetAt(n.a, 'z'), Text(s)), n.a == int(n.from) && n.from < t.s
 ROW("GetPart", 1, Last(s.GetPart(',', n.a)) + Last(s.GetPart(CString(u","), n.a)), Part(t, n.a) + Part(t, n.a))
 ROW("Tokenize", 1, Tokenized(s.Tokenize(u",", n.a), n.a), Token(t, n.from))
 ROW("ReleaseBuffer", 1, (s.ReleaseBuffer(n.a), Digits(s.GetLength())), Digits(Released(int(t.size()), n.a)))
+ROW("itoa", 2, Narrow([&](char* to) { itoa(n.a, to, n.b); }, n.b),
+    Digits(n.a).substr(0, std::size_t(std::max(n.b, 1) - 1)))
+ROW("_ltoa", 2, Narrow([&](char* to) { _ltoa(n.a, to, n.b); }, 24), u"")
+ROW("references of resource files", 1,
+    Digits(Lum::Platform::CloseResourceFile(short(n.a)) || Lum::Platform::UpdateResourceFile(short(n.a))), u"0")

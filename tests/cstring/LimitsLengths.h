@@ -18,3 +18,7 @@ ROW("ToMac", 1, PascalLength(s.Left(200), n.a),
     (t = t.substr(0, 200), Digits((n.a > 0 ? 0 : -1) + (n.a >= int(t.size()) + 2 ? int(t.size()) : 0))))
 ROW("CFStringGetLPWSTR", 1, HostUnits(s, n.a), t.substr(0, n.from))
 ROW("NewHandle", 2, HandleSize(n.a, n.b), Digits(n.a < 0 ? 0 : n.b < 0 ? n.a : n.b))
+ROW("CFStringGetLPSTR", 1, HostBytes(s, n.a), n.a > int(t.size()) ? t : u"")
+ROW("inflateAsciiToLPTSTR", 1, Inflated(n.a), Filled(n.a, u'x'))
+ROW("StreamConverter", 2, Streamed(n.a, n.b), Digits(std::max(std::min(n.a, n.b), 0)))
+ROW("CFStringCreateWithLPCWSTR", 1, Created(n.a), Filled(n.a, u'u'))

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include <Lum/Platform.h>
+#include <Lum/Transcoder.h>
 #include <Lum/URI.h>
 
 namespace {
@@ -132,6 +133,46 @@ Text HostUnits(const CString& s, int size) {
     CFStringGetLPWSTR(string, units.data(), size, 0);
     s.ReleaseCFStringRef(string);
     return Text(Lum::AsChar16(units.data()));
+}
+
+Text Created(int length) {
+    // Only for a negative length, a 0 unit ends the text.
+    const std::vector<unsigned short> units = length < 0 ? std::vector<unsigned short>{0} : Block(length);
+    const CFStringRef string = CFStringCreateWithLPCWSTR(units.data(), length, 0);
+    CString text;
+    text.SetFromCFStringRef(string, 0);
+    CFRelease(string);
+    return Last(std::move(text));
+}
+
+/// What is written to a block of `size` bytes, or of as many as any number needs.
+Text Narrow(const std::function<void(char* to)>& write, int size) {
+    std::vector<char> block(static_cast<std::size_t>(std::clamp(size, 0, 24)));
+    write(block.data());
+    return Text(block.begin(), std::find(block.begin(), block.end(), '\0'));
+}
+
+Text HostBytes(const CString& s, int size) {
+    const CFStringRef string = s.GetCFStringRef(0);
+    std::vector<char> bytes(Block(size).size());
+    CFStringGetLPSTR(string, bytes.data(), size, 0x0600);
+    s.ReleaseCFStringRef(string);
+    return Text(bytes.begin(), std::find(bytes.begin(), bytes.end(), '\0'));
+}
+
+Text Inflated(int count) {
+    std::vector<unsigned short> units = Block(count);
+    const std::string bytes(units.size(), 'x');
+    inflateAsciiToLPTSTR(bytes.data(), units.data(), count);
+    return Text(units.begin(), units.end());
+}
+
+/// How much a stream writes of an input and into an output of these sizes.
+Text Streamed(int input, int output) {
+    const std::string from(Block(input).size(), 'x');
+    std::vector<char> to(Block(output).size());
+    const auto result = Lum::StreamConverter("us-ascii", "iso-8859-1").Convert(from, to);
+    return result.read == result.written ? Digits(result.written) : u"more is read than is written";
 }
 
 Text HandleSize(int first, int second) {
