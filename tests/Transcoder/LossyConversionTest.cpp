@@ -64,6 +64,11 @@ TEST(LossyConverter, StaysWhereItWasEndedAndWhenBytesAreMissing) {
     EXPECT_EQ(ended.Finish("z", output).status, ConversionStatus::kMalformed);
     ended.Clear();
     EXPECT_EQ(ended.Finish("z", output).status, ConversionStatus::kDone);
+    EXPECT_EQ(ended.Convert("a\xE3", output).read, 1U);
+    EXPECT_EQ(Lum::LossyConverter(std::move(ended)).Finish({}, output).status, ConversionStatus::kIncomplete);
+    Lum::LossyConverter cut("utf-8", "utf-8");
+    EXPECT_EQ(cut.Convert("a\xE3", output).read, 1U);
+    EXPECT_EQ(cut.Finish({}, output).written, 3U) << "what is not given again is replaced as well";
     for (const char* const from : {"utf-8", "shift_jis", "utf-7"}) {
         Lum::LossyConverter converter(from, "us-ascii");
         const std::string text = Lum::ConvertText("ああaああ", "utf-8", from).text;

@@ -39,7 +39,7 @@ TEST(Serialiser, ARelativeReferencePrintsNoAuthority) {
 TEST(Serialiser, ComparesHashesAndPrintsByItsText) {
     const URI uri("HTTP://Host/%7Ea");
     EXPECT_TRUE(uri == "http://host/%7Ea" && uri != "http://host/~a" && std::string("HTTP://Host/%7Ea") != uri);
-    EXPECT_TRUE(uri < URI("http://host/%7Eb") && uri > std::string("http://host/%7E"));
+    EXPECT_TRUE(uri < URI("http://host/%7Eb") && uri > std::string("http://host/%7E") && uri > "http://host/%7E");
     EXPECT_EQ((std::unordered_set<URI>{uri, URI("http://HOST/%7Ea")}.size()), 1U);
     std::ostringstream out;
     out << uri << ' ' << URI::Escape(" ");

@@ -74,8 +74,10 @@ TEST_F(StringResources, AreLookedUpInOrder) {
           FullList(201, 500),
           FullList(202, 1000),
           {"STR#", 203, List({"", "caf\xC3\xA9", "\xFF"})},
+          {"STR#", 204, "\x03\xE8\x01z"},
           {"STRm", 0,
-           Index({{40000, 1499}, {10, 0}, {12, 500}, {13, 1500}, {14, 1501}, {15, 1502}, {16, 65535}}) + "\1"},
+           Index({{40000, 1499}, {10, 0}, {12, 500}, {13, 1500}, {14, 1501}, {15, 1502}, {16, 65535}, {17, 2400}}) +
+               "\1"},
           {"STR ", 10, Pascal("not this")},
           {"STR ", 13, Pascal("nor this")},
           {"STR ", 30, Pascal("thirty")},
@@ -91,6 +93,7 @@ TEST_F(StringResources, AreLookedUpInOrder) {
         {14, u"caf\u00E9", true, "in the application's encoding"},
         {15, u"", true, "bytes that are not valid in it"},
         {16, u"before", false, "a list that is not there"},
+        {17, u"before", false, "a list that counts more strings than it has"},
         {30, u"thirty", true, "a single string, before the tables"},
         {0xFFFF, u"minus one", true, "numbers of single strings are signed"},
         {0x1FFFF, u"minus one", true, "and have 16 bits"},
@@ -117,7 +120,7 @@ TEST_F(StringResources, AreLookedUpInOrder) {
         EXPECT_FALSE(text.LoadString(13));
         EXPECT_EQ(text, u"first") << "the slot keeps what the string was at the first look-up";
     }
-    EXPECT_EQ(NumStrRes(), 7);
+    EXPECT_EQ(NumStrRes(), 8);
     EXPECT_EQ(CString(reinterpret_cast<const char*>(12)), u"entry 500");
     CFRelease(std::exchange(CString::m_arrayOfStringTables, nullptr));
     CString formatted;
