@@ -62,7 +62,8 @@ Vector ShiftDown(Vector units) noexcept {
 Vector Choose(Vector lanes, Vector others, Vector isOther) noexcept {
 #if defined(__CHAR_UNSIGNED__) && !defined(__clang__)
     // g++ 12 takes the bytes of the choice for char, and with -funsigned-char none for negative.
-    return Or(And(isOther, others), Without(lanes, isOther));
+    const Vector isNegative = _mm_cmpgt_epi8(_mm_setzero_si128(), isOther);
+    return Or(And(isNegative, others), Without(lanes, isNegative));
 #else
     return _mm_blendv_epi8(lanes, others, isOther);
 #endif
