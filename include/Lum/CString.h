@@ -54,22 +54,25 @@ static_assert(sizeof(CStringData) == (sizeof(void*) == 4 ? 16 : 24));
 
 /// The shared empty buffer's layout.
 struct CStringEmptyBuffer {
-    CStringData header;
-    unsigned short terminator;
+    CStringData header;         ///< The head, with the length 0.
+    unsigned short terminator;  ///< The 0 that is the text.
 };
 
 // The one buffer of all empty strings, never counted nor freed, and two pointers into it.
-extern LUM_API CStringEmptyBuffer _afxInitData;   // NOLINT: reserved, but this family's own name
-extern LUM_API CStringData* const _afxDataNil;    // NOLINT
+/// The empty buffer itself.
+extern LUM_API CStringEmptyBuffer _afxInitData;  // NOLINT: reserved, but this family's own name
+/// Its head.
+extern LUM_API CStringData* const _afxDataNil;  // NOLINT
+/// Its units.
 extern LUM_API unsigned short* const _afxPchNil;  // NOLINT
 extern LUM_API const unsigned short afxChNil;     ///< A 0 unit: the empty text.
 
 /// See the head of this file.
 class LUM_API CString {
 public:
-    using value_type = unsigned short;
-    using const_iterator = const unsigned short*;
-    using iterator = const_iterator;
+    using value_type = unsigned short;             ///< A code unit.
+    using const_iterator = const unsigned short*;  ///< Runs over the units; valid as long as the pointer that it is.
+    using iterator = const_iterator;               ///< The same: units are written by SetAt and GetBuffer.
 
     // ---- Construction and assignment ------------------------------------------------------------
 
@@ -141,10 +144,13 @@ public:
 
     // ---- The text -------------------------------------------------------------------------------
 
+    /// The length in units, without the 0 behind the text.
     [[nodiscard]] int GetLength() const noexcept { return Data()->dataLength; }
+    /// Whether the length is 0.
     [[nodiscard]] bool IsEmpty() const noexcept { return GetLength() == 0; }
     /// The unit at `index`; 0 at the length and outside of the text.
     [[nodiscard]] unsigned short GetAt(int index) const noexcept { return (*this)[index]; }
+    /// The same for every integer type.
     template <std::integral Index>
     [[nodiscard]] unsigned short operator[](Index index) const noexcept {
         const auto place = static_cast<long long>(index);
@@ -152,11 +158,15 @@ public:
     }
     /// The units, with a 0 behind them; see the head of this file for how long they stay.
     [[nodiscard]] const unsigned short* GetAsUniCharStr() const noexcept { return m_pchChars; }
+    /// As GetAsUniCharStr.
     operator const unsigned short*() const noexcept { return m_pchChars; }
+    /// A view of the text, zeros in it included; good as long as the pointer from GetAsUniCharStr.
     operator std::u16string_view() const noexcept {
         return {Lum::AsChar16(static_cast<const unsigned short*>(m_pchChars)), static_cast<std::size_t>(GetLength())};
     }
+    /// The first unit.
     [[nodiscard]] const_iterator begin() const noexcept { return m_pchChars; }
+    /// Behind the last unit, where the 0 is.
     [[nodiscard]] const_iterator end() const noexcept { return m_pchChars + GetLength(); }
 
     // ---- Comparison -----------------------------------------------------------------------------
@@ -169,6 +179,7 @@ public:
     /// The same with A to Z as a to z.
     [[nodiscard]] int CompareNoCase(Lum::UnitPointer text) const;
 
+    /// Whether both have the same units.
     friend bool operator==(const CString& a, const CString& b) noexcept {
         return a.m_pchChars == b.m_pchChars || a.Equals(b.m_pchChars, b.GetLength());
     }
@@ -176,6 +187,7 @@ public:
     friend bool operator==(const CString& a, const char16_t* b) { return a.Compare(b) == 0; }
     friend bool operator==(const CString& a, std::nullptr_t) noexcept { return a.IsEmpty(); }
     friend bool operator==(const CString& a, std::u16string_view b) noexcept { return std::u16string_view(a) == b; }
+    /// As Compare.
     friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.Compare(b) <=> 0; }
     friend std::strong_ordering operator<=>(const CString& a, const unsigned short* b) { return a.Compare(b) <=> 0; }
     friend std::strong_ordering operator<=>(const CString& a, const char16_t* b) { return a.Compare(b) <=> 0; }
@@ -184,9 +196,13 @@ public:
     }
 
     // The generic comparisons of the standard library would compare pointers if these had no names.
+    /// As Compare, each of the four.
     friend bool operator<(const CString& a, const CString& b) noexcept { return a.Compare(b) < 0; }
+    /// As Compare.
     friend bool operator>(const CString& a, const CString& b) noexcept { return a.Compare(b) > 0; }
+    /// As Compare.
     friend bool operator<=(const CString& a, const CString& b) noexcept { return a.Compare(b) <= 0; }
+    /// As Compare.
     friend bool operator>=(const CString& a, const CString& b) noexcept { return a.Compare(b) >= 0; }
 
     // ---- Searching ------------------------------------------------------------------------------
@@ -221,8 +237,9 @@ public:
     [[nodiscard]] CString Mid(int first, int count) const;
     /// Mid(first, length - first): the whole text for a negative `first`.
     [[nodiscard]] CString Mid(int first) const;
-    /// The longest part at the front of units that are in `set`, or that are not. Ends at a 0 unit.
+    /// The longest part at the front of units that are in `set`. Ends at a 0 unit.
     [[nodiscard]] CString SpanIncluding(Lum::UnitPointer set) const;
+    /// The longest part at the front of units that are not in `set`. Ends at a 0 unit.
     [[nodiscard]] CString SpanExcluding(Lum::UnitPointer set) const;
     /// The next run of units that are not in `delimiters`, from `position` on, which is then set behind
     /// the delimiter that ends it. Empty, with `position` -1, when none is left. "  a,b" with " ," from
@@ -290,6 +307,7 @@ public:
     /// Changes the case of ASCII letters. In a double-byte script (IntlInfo) a unit whose low byte is a
     /// lead byte stays, and so does the one behind it.
     void MakeUpper();
+    /// To lower case, likewise.
     void MakeLower();
 
     /// Removes 9 to 13 and 32 at the front.
@@ -314,6 +332,7 @@ public:
 
     // ---- Joining --------------------------------------------------------------------------------
 
+    /// Appends a text or a unit; null appends nothing.
     CString& operator+=(const CString& text) {
         ConcatInPlace(text.GetLength(), text.m_pchChars);
         return *this;
@@ -330,6 +349,7 @@ public:
         ConcatInPlace(1, &text);
         return *this;
     }
+    /// A new string of both, with its own buffer.
     friend CString operator+(const CString& a, const CString& b) {
         return {Joined{}, a.m_pchChars, a.GetLength(), b.m_pchChars, b.GetLength()};
     }
@@ -370,6 +390,7 @@ public:
     void Format(const char16_t* format, ...);
     /// With the format that is the string resource `formatId`.
     void Format(unsigned int formatId, ...);
+    /// With the arguments as a list, which is used up as by vprintf.
     void FormatV(Lum::UnitPointer format, std::va_list arguments);
     /// A CString among the arguments is refused here, whatever the compiler would make of it.
     template <class Text, class... Arguments>
@@ -382,12 +403,15 @@ public:
     /// The number that the text begins with behind white space; 0 if there is none. One that an int cannot
     /// hold is the nearest that it can.
     [[nodiscard]] int GetIntValue() const;
+    /// The same with a fraction and an exponent, "2.5e3" say.
     [[nodiscard]] double GetDoubleValue() const;
 
     // ---- UTF-8 ----------------------------------------------------------------------------------
     // Zeros included; a text that is not valid is converted as Lum::Transcoder's asUTF16 and asUTF8 do.
 
+    /// The string of a text in UTF-8.
     [[nodiscard]] static CString FromUTF8(std::string_view utf8);
+    /// The text in UTF-8.
     [[nodiscard]] std::string ToUTF8() const;
 
     // ---- The host's strings and string resources ------------------------------------------------
@@ -438,6 +462,7 @@ public:
 
     /// Loads a handle's text, which is empty for what is no handle; false, with nothing changed, for null.
     bool LoadString(char** handle);
+    /// The same of a handle with units.
     bool LoadUnicodeString(char** handle);
     /// Loads a resource; false, with nothing changed, if there is none.
     bool LoadString(unsigned long type, const unsigned char* name, bool unicode);

@@ -11,7 +11,7 @@
 
 /// One piece of heap memory: the link to the next older piece, and the blocks behind it.
 struct LUM_API CPlex {
-    CPlex* next;
+    CPlex* next;  ///< The next older piece, or null.
 
     /// Takes `count` times `elementSize` bytes, and the link, from the heap, links the piece in
     /// front of `head` and returns it. A count of 0 counts as 1. Throws std::bad_alloc, `head` unchanged.
@@ -42,8 +42,8 @@ public:
     /// Returns all memory to the heap; no block may be used after that.
     void FreeAll() noexcept;
 
-    unsigned int blockSize;
-    unsigned int blocksPerPlex;
+    unsigned int blockSize;      ///< Bytes a block has, as asked for.
+    unsigned int blocksPerPlex;  ///< Blocks of a piece, at least 1.
     CPlex* plexChain = nullptr;  ///< The newest piece.
     void* freeList = nullptr;    ///< The first free block; each begins with the link to the next.
 };

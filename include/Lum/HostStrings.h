@@ -14,8 +14,8 @@ using CFStringRef = const struct __CFString*;  // NOLINT: the services' name
 
 /// A file name as HFS keeps it: `length` units of UTF-16, not 0-terminated.
 struct HFSUniStr255 {
-    unsigned short length;
-    unsigned short unicode[255];
+    unsigned short length;        ///< Units in use, 255 at most.
+    unsigned short unicode[255];  ///< The units; those behind the length mean nothing.
 };
 static_assert(sizeof(HFSUniStr255) == 512);
 

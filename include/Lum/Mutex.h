@@ -32,7 +32,8 @@ public:
     void Unlock() noexcept;
 
     /// Lock and Unlock by the names that the standard library calls.
-    void lock() noexcept { Lock(); }      // NOLINT(readability-identifier-naming)
+    void lock() noexcept { Lock(); }  // NOLINT(readability-identifier-naming)
+    /// As Unlock.
     void unlock() noexcept { Unlock(); }  // NOLINT(readability-identifier-naming)
 
 protected:

@@ -13,9 +13,9 @@ namespace Lum::Platform {
 /// One resource.
 struct ResourceEntry {
     std::uint32_t type;  ///< a four-character code: 'STR ' is 0x53545220
-    short id;
-    std::string name;   ///< in the application's text encoding as a rule; empty if it has none
-    std::string bytes;  ///< the bytes that are in the file, or would be if it were written now
+    short id;            ///< the number, unique within the type
+    std::string name;    ///< in the application's text encoding as a rule; empty if it has none
+    std::string bytes;   ///< the bytes that are in the file, or would be if it were written now
 };
 
 /// Everything in a file that OpenResourceFile opened, by type and id; nothing for another reference.

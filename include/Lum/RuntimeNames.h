@@ -12,6 +12,7 @@
 
 /// Changes the case of ASCII letters in place, whatever the locale, and returns `text`.
 LUM_API unsigned short* CharUpper(unsigned short* text);
+/// The same to lower case.
 LUM_API unsigned short* CharLower(unsigned short* text);
 inline char16_t* CharUpper(char16_t* text) { return Lum::AsChar16(CharUpper(Lum::AsUnits(text))); }
 inline char16_t* CharLower(char16_t* text) { return Lum::AsChar16(CharLower(Lum::AsUnits(text))); }

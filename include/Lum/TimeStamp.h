@@ -33,10 +33,10 @@ public:
     /// The unit of the count, as a duration.
     using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
 
-    static constexpr std::int64_t kTicksPerSecond = Detail::kTicksPerSecond;
-    static constexpr std::int64_t kTicksPerMinute = 60 * kTicksPerSecond;
-    static constexpr std::int64_t kTicksPerHour = 60 * kTicksPerMinute;
-    static constexpr std::int64_t kTicksPerDay = 24 * kTicksPerHour;
+    static constexpr std::int64_t kTicksPerSecond = Detail::kTicksPerSecond;  ///< 10,000,000.
+    static constexpr std::int64_t kTicksPerMinute = 60 * kTicksPerSecond;     ///< 60 seconds.
+    static constexpr std::int64_t kTicksPerHour = 60 * kTicksPerMinute;       ///< 60 minutes.
+    static constexpr std::int64_t kTicksPerDay = 24 * kTicksPerHour;          ///< 24 hours.
     /// The count at 1970-01-01 00:00:00.
     static constexpr std::int64_t kTicksTo1970 = 134'774 * kTicksPerDay;
 
@@ -72,6 +72,7 @@ public:
 
     // ---- Questions ------------------------------------------------------------------------------
 
+    /// The count of ticks from 1601-01-01 00:00:00.
     [[nodiscard]] constexpr std::int64_t GetTicks() const noexcept { return m_Ticks; }
     /// The calendar fields, with `fraction` in ticks (0 to 9999999), unlike the constructor's digits. Always
     /// true. A negative count is divided towards zero as well: from March of the year -4800 on, the time of day

@@ -47,7 +47,7 @@ using TextEncoding = std::uint32_t;
 
 /// An encoding that has a name.
 struct EncodingInfo {
-    TextEncoding encoding;
+    TextEncoding encoding;             ///< The number, as EncodingToCharSetID gives it.
     std::string name;                  ///< The preferred one.
     std::vector<std::string> aliases;  ///< Its other names.
     bool isConvertible;                ///< Whether there are converters from and to it.
@@ -73,7 +73,9 @@ public:
 
     // ---- To UTF-16 -------------------------------------------------------------------------------
 
+    /// From bytes in the encoding of this name.
     [[nodiscard]] static std::u16string EncodingToUTF16(const std::string& bytes, const std::string& encoding);
+    /// From UTF-8.
     [[nodiscard]] static std::u16string UTF8ToUTF16(const std::string& bytes);
     /// The same.
     [[nodiscard]] static std::u16string asUTF16(const std::string& bytes);
@@ -82,7 +84,9 @@ public:
 
     // ---- From UTF-16 -----------------------------------------------------------------------------
 
+    /// To bytes in the encoding of this name.
     [[nodiscard]] static std::string UTF16ToEncoding(const std::u16string& text, const std::string& encoding);
+    /// To UTF-8.
     [[nodiscard]] static std::string UTF16ToUTF8(const std::u16string& text);
     /// The same.
     [[nodiscard]] static std::string asUTF8(const std::u16string& text);
@@ -91,7 +95,9 @@ public:
 
     // ---- To and from UTF-8, by way of UTF-16 -------------------------------------------------------
 
+    /// From bytes in the encoding of this name to UTF-8.
     [[nodiscard]] static std::string EncodingToUTF8(const std::string& bytes, const std::string& encoding);
+    /// From UTF-8 to bytes in the encoding of this name.
     [[nodiscard]] static std::string UTF8ToEncoding(const std::string& bytes, const std::string& encoding);
 };
 
@@ -137,10 +143,11 @@ struct ConvertedText {
 
 // ---- Texts in blocks -----------------------------------------------------------------------------
 
+/// What one call converted.
 struct ConversionResult {
-    ConversionStatus status;
-    std::size_t read;     ///< Bytes of the input whose text is written.
-    std::size_t written;  ///< Bytes of the output.
+    ConversionStatus status;  ///< Why the call ended.
+    std::size_t read;         ///< Bytes of the input whose text is written.
+    std::size_t written;      ///< Bytes of the output.
 };
 
 /// Converts a text that comes and goes in blocks, however they are cut, from any encoding to any other:
@@ -158,6 +165,7 @@ public:
     StreamConverter(const std::string& from, const std::string& to);
     /// What is moved from may only be assigned to or destroyed.
     StreamConverter(StreamConverter&& other) noexcept;
+    /// Takes over the other one, with the text it is in.
     StreamConverter& operator=(StreamConverter&& other) noexcept;
     ~StreamConverter();
 

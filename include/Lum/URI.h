@@ -190,6 +190,8 @@ public:
     /// the text is escaped first. "c" at "http://h/a/b" gives "http://h/a/c", ".." "http://h/", and
     /// "?q" "http://h/a/?q" (a query replaces the last segment). ".." at the root is dropped; a
     /// relative URI keeps it. "." and ".." in a reference that begins with "/" stay.
+    /// Paths are unescaped before: "%2F" divides segments, "%2E%2E" is "..", and "e" at "http://h/a/c%2Fd" gives
+    /// "http://h/a/c/e".
     /// An absolute reference replaces the URI; one that is not valid leaves the empty state, and ""
     /// changes nothing. A base path that does not begin with "/" gives one that does not either
     /// ("c" at "http://h" is "http://hc"), and a non-hierarchical URI becomes hierarchical unless the
@@ -232,7 +234,9 @@ public:
     /// Escapes and lower-cases. A relative reference stays relative until a later setter, such as
     /// SetPath, brings the flags up to date.
     void SetScheme(StringProxy scheme);
+    /// Sets the user name. It prints where "//" does, see ToString.
     void SetUsername(StringProxy username);
+    /// Sets the password. It prints only behind a user name.
     void SetPassword(StringProxy password);
     /// Sets the host. An IPv6 literal (see IsIPv6) is lower-cased and kept in brackets, unescaped, but
     /// "::" without; any other text is lower-cased and escaped, ":" included: no port is split off.
@@ -246,6 +250,7 @@ public:
     void SetPath(StringProxy path);
     /// Sets the query, escaping it only if `escape` is true.
     void SetQuery(StringProxy query, bool escape);
+    /// Sets the fragment, without its "#".
     void SetFragment(StringProxy fragment);
     /// Sets the non-hierarchical part ("@" stays literal) and drops host, port, user information
     /// and path.
@@ -262,16 +267,23 @@ public:
     // ---- Getters ---------------------------------------------------------------------------------
     // Each gives its component unescaped, as Unescape(component, false) does.
 
+    /// The scheme, lower case, without its ":".
     [[nodiscard]] std::string GetScheme() const;
+    /// The user name.
     [[nodiscard]] std::string GetUsername() const;
+    /// The password.
     [[nodiscard]] std::string GetPassword() const;
     /// The host; an IPv6 literal without its brackets and not unescaped.
     [[nodiscard]] std::string GetAuthority() const;
+    /// The port as written, "" where none is; see GetDefaultPort.
     [[nodiscard]] std::string GetServerPort() const;
+    /// The path. An escaped "/" looks like one that divides segments; see <Lum/PathView.h>.
     [[nodiscard]] std::string GetPath() const;
     /// The query, as stored if `unescape` is false.
     [[nodiscard]] std::string GetQuery(bool unescape) const;
+    /// The fragment, without its "#".
     [[nodiscard]] std::string GetFragment() const;
+    /// The non-hierarchical part; "" for a hierarchical URI.
     [[nodiscard]] std::string GetNonHierarchical() const;
     /// Hands back scheme, host, port, path, query and fragment, assigned in this order.
     void GetParts(StringRefProxy scheme, StringRefProxy host, StringRefProxy port, StringRefProxy path,
@@ -281,9 +293,11 @@ public:
     // By the text that ToString(false) gives, byte for byte: "HTTP://h" as text differs from the URI
     // parsed from it, which prints "http://h".
 
+    /// Whether the text is the same.
     [[nodiscard]] bool operator==(const char* text) const;
     [[nodiscard]] bool operator==(StringProxy text) const;
     [[nodiscard]] bool operator==(const URI& other) const;
+    /// The order of the texts, byte by byte.
     [[nodiscard]] std::strong_ordering operator<=>(const char* text) const;
     [[nodiscard]] std::strong_ordering operator<=>(StringProxy text) const;
     [[nodiscard]] std::strong_ordering operator<=>(const URI& other) const;
@@ -308,6 +322,7 @@ public:
     /// "http://h/a/b/c" and "http://h/a/d". If nothing is above both, the root of this URI. The
     /// empty URI if either is relative. Linear without a resolver.
     [[nodiscard]] URI GetCommonParent(const URI& other, bool caseSensitive) const;
+    /// The same of two texts.
     [[nodiscard]] static URI GetCommonParentByString(StringProxy a, StringProxy b, bool caseSensitive);
     /// Whether the URIs of two texts have the same host and port. No default port counts: "http://h" and
     /// "http://h:80" differ.
@@ -414,27 +429,27 @@ public:
     // stored URIs have these characters escaped. URIdelims adds ":", "?" and "@", and URInonhierdelims ":"
     // and "?".
 
-    static const std::string URIlowalpha;
-    static const std::string URIupalpha;
-    static const std::string URIalpha;
-    static const std::string URIdigit;
-    static const std::string URIalphanum;
-    static const std::string URIreserved;
-    static const std::string URImark;
-    static const std::string URIunreserved;
-    static const std::string URIuric;
-    static const std::string URIhex;
-    static const std::string URIescaped;  ///< The form of an escape, "%xx"; not a set.
-    static const std::string URIspace;
-    static const std::string URIdelims_real;
-    static const std::string URIdelims;
-    static const std::string URInonhierdelims;
-    static const std::string URIunwise;
-    static const std::string URIcontrol;
-    static const std::string URIexcluded;
-    static const std::string URIqueryreserved;
-    static const std::string URIqueryexcluded;
-    static const std::string URInonhierexcluded;
+    static const std::string URIlowalpha;         ///< "a" to "z".
+    static const std::string URIupalpha;          ///< "A" to "Z".
+    static const std::string URIalpha;            ///< Letters.
+    static const std::string URIdigit;            ///< "0" to "9".
+    static const std::string URIalphanum;         ///< Letters and digits.
+    static const std::string URIreserved;         ///< What divides components.
+    static const std::string URImark;             ///< Signs that need no escape.
+    static const std::string URIunreserved;       ///< What never needs one.
+    static const std::string URIuric;             ///< What a component may hold unescaped.
+    static const std::string URIhex;              ///< Hexadecimal digits of either case.
+    static const std::string URIescaped;          ///< The form of an escape, "%xx"; not a set.
+    static const std::string URIspace;            ///< The space.
+    static const std::string URIdelims_real;      ///< The RFC's delimiters.
+    static const std::string URIdelims;           ///< Those, ":", "?" and "@".
+    static const std::string URInonhierdelims;    ///< Those, ":" and "?".
+    static const std::string URIunwise;           ///< What other systems change.
+    static const std::string URIcontrol;          ///< 0x01 to 0x1F and 0x7F.
+    static const std::string URIexcluded;         ///< What Escape and most setters escape.
+    static const std::string URIqueryreserved;    ///< What divides a query.
+    static const std::string URIqueryexcluded;    ///< What QueryEscape escapes.
+    static const std::string URInonhierexcluded;  ///< What SetNonHierarchical escapes.
     /// 0x01 to 0x1F and 0x7F, NUL-terminated.
     static constexpr char controlchars[] =
         "\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10"
@@ -471,16 +486,19 @@ public:
     StringProxy(std::string&& text) noexcept : m_Text(std::move(text)) {}
     StringProxy(std::string_view text) : m_Text(text) {}
 
+    /// The text, as long as the proxy lives.
     operator const std::string&() const noexcept { return m_Text; }
     /// The text, UTF-8, as Lum::Transcoder::asUTF16 converts it, up to the first 0 unit. For its use
     /// include <Lum/CString.h>.
     operator CString() const;
 
+    /// Whether the bytes are the same.
     friend bool operator==(const StringProxy& a, const StringProxy& b) noexcept { return a.m_Text == b.m_Text; }
     template <std::convertible_to<std::string_view> Text>
     friend bool operator==(const StringProxy& a, const Text& b) {
         return std::string_view(a.m_Text) == std::string_view(b);
     }
+    /// Prints the text.
     friend LUM_API std::ostream& operator<<(std::ostream& out, const StringProxy& text);
 
 private:

@@ -17,7 +17,7 @@ enum class URIProblemCode {
     kSchemeTooShort,              ///< Fewer than two characters before the ":" ("c:/dir", ":x").
     kSchemeNotLetters,            ///< A scheme character that is no ASCII letter ("h2:x").
     kBackslashInPath,             ///< A "\" in the path of a hierarchical URI or relative reference.
-    kBackslashInNonHierarchical,  ///< A "\" in the part of a non-hierarchical URI ("mailto:a\b").
+    kBackslashInNonHierarchical,  ///< A "\" in the part of a non-hierarchical URI (`mailto:a\b`).
     kSchemeUnknown,               ///< "unknown://...": the word that marks the empty state.
 };
 
@@ -25,10 +25,11 @@ enum class URIProblemCode {
 /// A valid text has offset and length 0. A scheme too short is marked whole (its length is 0 or 1);
 /// of a scheme's characters, or of the backslashes, the first bad byte is marked.
 struct URIProblem {
-    URIProblemCode code = URIProblemCode::kValid;
-    std::size_t offset = 0;
-    std::size_t length = 0;
+    URIProblemCode code = URIProblemCode::kValid;  ///< The first fault.
+    std::size_t offset = 0;                        ///< Where it begins, in bytes.
+    std::size_t length = 0;                        ///< How many bytes it has.
 
+    /// Whether code and place are the same.
     friend constexpr bool operator==(const URIProblem&, const URIProblem&) = default;
 };
 

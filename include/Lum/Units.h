@@ -22,6 +22,7 @@ inline const unsigned short* AsUnits(const char16_t* units) noexcept {
     asm volatile("" : "+r"(units) : : "memory");
     return reinterpret_cast<const unsigned short*>(units);
 }
+/// The same the other way.
 inline char16_t* AsChar16(unsigned short* units) noexcept {
     asm volatile("" : "+r"(units) : : "memory");
     return reinterpret_cast<char16_t*>(units);
@@ -41,6 +42,7 @@ public:
     template <std::convertible_to<const char16_t*> Units>
     UnitPointer(const Units& units) noexcept : m_Units(AsUnits(static_cast<const char16_t*>(units))) {}
 
+    /// The units, or null.
     operator const unsigned short*() const noexcept { return m_Units; }
 
 private:

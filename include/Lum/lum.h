@@ -78,6 +78,7 @@ LUM_API const char* lum_status_text(int status);
 /* ---- URIs ---------------------------------------------------------------------------------------
  * As Lum::URI of <Lum/URI.h>. Cost: linear in the texts, unless said otherwise. */
 
+/** A URI. */
 typedef struct lum_uri lum_uri;
 
 /** The components of a URI. */
@@ -124,6 +125,7 @@ enum lum_path_style {
 LUM_API lum_status lum_uri_create(const char* text, size_t size, lum_uri** uri);
 /** Makes an independent copy; null in `*copy` if that fails. */
 LUM_API lum_status lum_uri_copy(const lum_uri* uri, lum_uri** copy);
+/** Frees a URI. */
 LUM_API void lum_uri_free(lum_uri* uri);
 /** Replaces the content by the parse of another text, in the storage that the object has. If the text is not valid:
  *  the reason, and the empty state of Lum::URI, with the scheme "unknown". */
@@ -216,6 +218,7 @@ LUM_API lum_status lum_from_utf16(const uint16_t* text, size_t text_size, const 
 typedef struct lum_converter lum_converter;
 /** LUM_NO_SUCH_ENCODING, and null in `*converter`, if a name is not known. */
 LUM_API lum_status lum_converter_create(const char* from, const char* to, lum_converter** converter);
+/** Frees a converter. */
 LUM_API void lum_converter_free(lum_converter* converter);
 /** Converts what it can: `*read` bytes of the input became `*written` bytes of the output, which no NUL ends. Bytes
  * that are not read are given again in front of the next block. LUM_OUTPUT_FULL: go on with more space, 16 bytes or
@@ -231,14 +234,20 @@ LUM_API lum_status lum_converter_clear(lum_converter* converter);
  * As Lum::TimeStamp: a count of ticks of 100 nanoseconds from 1601-01-01 00:00:00 UTC. They are plain numbers, which C
  * compares and adds. At once. */
 
+/** The ticks of a second. */
 #define LUM_TICKS_PER_SECOND INT64_C(10000000)
 /** The ticks at 1970-01-01: a time_t is (ticks - LUM_TICKS_TO_1970) / LUM_TICKS_PER_SECOND. */
 #define LUM_TICKS_TO_1970 INT64_C(116444736000000000)
 
 /** The calendar fields of a time. */
 typedef struct lum_time_fields {
-    int year, month, day, hour, minute, second;
-    int ticks; /**< Behind the second, 0 to 9999999. */
+    int year;   /**< 2008 */
+    int month;  /**< 1 to 12 */
+    int day;    /**< 1 to 31 */
+    int hour;   /**< 0 to 23 */
+    int minute; /**< 0 to 59 */
+    int second; /**< 0 to 59 */
+    int ticks;  /**< Behind the second, 0 to 9999999. */
 } lum_time_fields;
 
 /** The present time in whole seconds. */
