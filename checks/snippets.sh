@@ -3,6 +3,7 @@
 # be the ```text block that follows. So are ```c blocks with a main, ```python blocks, which find the module in examples/,
 # and ```sql blocks, which sqlite3 runs with the extension. In a ```console block the lines behind "$ " are run with the tool
 # and the commands of the project, and must print the lines that follow them.
+# A block that includes a header of Qt or uriparser is left out where that library is not installed.
 # Usage: snippets.sh BUILD-DIR
 set -u
 build=$(readlink -f "$1")
@@ -43,8 +44,12 @@ for file in README.md docs/*.md; do
             *.cpp)
                 last=
                 grep -q 'int main' "$block" || continue
-                if g++ -std=c++20 -Wall -Wextra -Werror -Iinclude "$block" -o "$work/example" "$build/liblum.so" \
-                    -Wl,-rpath,"$build" >"$work/log" 2>&1; then
+                module=$(sed -nE 's/#include <Q.*/Qt6Core/p; s/#include <uriparser.*/liburiparser/p' "$block" | sort -u)
+                flags=
+                [ -z "$module" ] || flags=$(pkg-config --cflags --libs "$module" | sed 's/-I/-isystem/g') || continue
+                # shellcheck disable=SC2086
+                if g++ -std=c++20 -fPIC -Wall -Wextra -Werror -Iinclude "$block" -o "$work/example" "$build/liblum.so" \
+                    -Wl,-rpath,"$build" $flags >"$work/log" 2>&1; then
                     "$work/example" >"$work/output"
                     last=$where
                 else
