@@ -92,7 +92,6 @@ consumer() {
 }
 postgresql() { cmake --preset dev && cmake --build --preset dev && sql/postgresql/test.sh build/dev; }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
-docs() { doxygen docs/Doxyfile; }
 
 check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
@@ -111,7 +110,7 @@ check "clang++, address and undefined sanitizers: all tests" build_and_test asan
 check "clang++, thread sanitizer: what several threads do" threads
 check "fuzz properties, two seconds each" ./dev fuzz all 2
 check "clang-tidy" tidy
-check "the API's pages build" docs
+check "the site builds; every public name has an example" docs/site.sh
 check "libraries for 32 bits are unpacked" checks/libraries32.sh
 check "32 bits, g++: all tests" build_and_test m32
 check "clang++ with libc++, 32 bits: no warning" libcxx

@@ -1,7 +1,7 @@
 // How values read in formats, logs and the messages of tests.
 //
-//     fmt::print("{} {:r}\n", time, uri);            // behind <fmt/format.h>
-//     std::format("{:>40}", uri);                    // where the standard library has <format>
+//     fmt::print("{} {:r}\n", time, uri);            // behind fmt/format.h
+//     std::format("{:>40}", uri);                    // where the standard library has it
 //     EXPECT_EQ(uri, other);                         // GoogleTest prints both
 //
 // URIs print as ToString(false) gives them, with "r" redacted (see <Lum/Redaction.h>); CString as UTF-8; a time as

@@ -107,7 +107,7 @@ LUM_API std::ostream& operator<<(std::ostream& out, const TimeStamp& time);
 /// How many decimal digits `n` has: 0 for 0, 2 for 10.
 [[nodiscard]] LUM_API unsigned int getNumDecimalDigits(unsigned int n) noexcept;
 
-// ---- Bodies -------------------------------------------------------------------------------------
+// The bodies of the above.
 
 constexpr TimeStamp::TimeStamp(int year, int month, int day, int hour, int minute, int second,
                                unsigned int fraction) noexcept
