@@ -103,6 +103,7 @@ check "files do not depend on the folder they are built in" checks/reproducible.
 check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
+check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
 check "the oddities are what uriparser and Node.js answer" checks/oddities.py others
 check "the sample files are what their script writes" samples
 check "no case needs more instructions than are committed" ./dev bench --counts

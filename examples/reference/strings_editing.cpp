@@ -45,26 +45,27 @@ void WriteThroughBuffer() {
 void Show(const char* step, const CString& text) {
     const CStringData& data = reinterpret_cast<const CStringData*>(text.GetAsUniCharStr())[-1];
     std::cout << step << ": refCount " << data.refCount << ", dataLength " << data.dataLength << ", allocLength "
-              << data.allocLength << (data.cachedCFString == nullptr ? "" : ", cached") << '\n';
+              << data.allocLength << (data.cachedCFString == nullptr ? "" : ", cached") << ", " << text << '\n';
 }
 
 void LifeOfABuffer() {
     CString text(u"hello");
-    Show("made", text);
+    Show("text is made", text);
     CString copy(text);
-    Show("copied", text);
+    Show("copy shares it", text);
     copy += u"!";
-    Show("the copy written", copy);
-    Show("the first one", text);
+    Show("copy is written", copy);
+    Show("text has the first still", text);
     text.CopyBeforeWrite();
-    Show("before a write", text);
+    Show("text before its write", text);
     text.LockBuffer();
-    Show("locked", text);
+    Show("text is locked", text);
     const unsigned short* const units = text;
     text = CString();
     text.Release();
     const CString next(u"next");
-    std::cout << "released: " << (next.GetAsUniCharStr() == units ? "the next text has it" : "another one") << '\n';
+    std::cout << "text is released: " << (next.GetAsUniCharStr() == units ? "the next text has it" : "another one")
+              << '\n';
 }
 
 // What the operations are made of, for code that manages buffers by itself.
