@@ -105,6 +105,8 @@ check "public headers compile alone" headers
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
 check "the oddities are what uriparser and Node.js answer" checks/oddities.py others
+check "every file has a licence" reuse lint
+check "the licence is the same in both places" cmp LICENSE LICENSES/MIT.txt
 check "the sample files are what their script writes" samples
 check "no case needs more instructions than are committed" ./dev bench --counts
 check "clang++, address and undefined sanitizers: all tests" build_and_test asan
