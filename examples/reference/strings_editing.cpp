@@ -37,7 +37,8 @@ void WriteThroughBuffer() {
     std::fill_n(text.GetBuffer(1000), 700, u'x');
     text.ReleaseBuffer(700);
     std::fill_n(text.GetBufferSetLength(5), 5, u'y');
-    text.FreeExtra();  // The least buffer that holds the text.
+    text.LockBuffer();  // So that the large buffer goes back to the heap.
+    text.FreeExtra();   // The least buffer that holds the text.
     std::cout << text << ' ' << text.GetLength() << '\n';
 }
 
