@@ -12,7 +12,7 @@ class Page(html.parser.HTMLParser):
     def __init__(self, path):
         super().__init__()
         self.names, self.links = set(), []
-        self.feed(path.read_text())
+        self.feed(path.read_text(encoding='utf-8'))
 
     def handle_starttag(self, tag, attributes):
         values = dict(attributes)

@@ -1,5 +1,5 @@
 // A 16-bit text written: edited in place, joined, and written through its buffer; what a copy shares, and when a buffer
-// goes back. The last lines print the header in front of the units after each step.
+// goes back, by what stands in front of the units.
 #include <algorithm>
 #include <iostream>
 #include <memory>
