@@ -20,8 +20,8 @@ def public_names():
     """The places of each public name's declarations, (file, line, name), and whether one of them is documented."""
     names = {}
 
-    def add(scope, node, name):
-        location = node.find('location')
+    def add(scope, node, name, place=None):
+        location = (node if place is None else place).find('location')
         full = f'{scope}::{name}' if scope else name
         if location is None or full.startswith(LEFT_OUT) or '@' in full or name.startswith('~') or name.endswith(' >'):
             return
@@ -55,8 +55,8 @@ def public_names():
                 if not name.startswith('@') and name:
                     add(scope, member, name)
                 for value in member.iter('enumvalue'):
-                    # Doxygen gives no line for these; clang's parent tells them apart.
-                    add(scope, member, value.findtext('name'))
+                    # Doxygen gives no line for these, so they count as at the enumeration's.
+                    add(scope, value, value.findtext('name'), member)
     return {name: found for name, found in names.items() if found[0]}
 
 

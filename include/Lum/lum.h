@@ -44,7 +44,7 @@ LUM_API int lum_version(void);
 
 /** How an operation ended. Numbers keep their meaning; new ones may be added. */
 typedef enum lum_status {
-    LUM_OK = 0,
+    LUM_OK = 0,       /**< All is done. */
     LUM_TRUNCATED,    /**< The text does not fit the buffer. */
     LUM_NOT_FOUND,    /**< There is nothing of that name or number. */
     LUM_UNRELATED,    /**< The two URIs have nothing in common that could answer. */
@@ -83,14 +83,14 @@ typedef struct lum_uri lum_uri;
 
 /** The components of a URI. */
 enum lum_component {
-    LUM_SCHEME,
-    LUM_USER,
-    LUM_PASSWORD,
-    LUM_HOST,
-    LUM_PORT,
-    LUM_PATH,
-    LUM_QUERY,
-    LUM_FRAGMENT,
+    LUM_SCHEME,          /**< "http", lower case */
+    LUM_USER,            /**< the user name */
+    LUM_PASSWORD,        /**< the password */
+    LUM_HOST,            /**< "example.com", lower case */
+    LUM_PORT,            /**< "8080", as written */
+    LUM_PATH,            /**< "/a/b.txt" */
+    LUM_QUERY,           /**< "x=1", without its "?" */
+    LUM_FRAGMENT,        /**< "top", without its "#" */
     LUM_NON_HIERARCHICAL /**< "someone@example.com" in "mailto:someone@example.com" */
 };
 
@@ -111,7 +111,12 @@ enum lum_flag {
 };
 
 /** What lum_uri_relation() answers: what the first URI is to the second one. */
-enum lum_relation { LUM_RELATION_NONE, LUM_RELATION_CHILD, LUM_RELATION_SAME, LUM_RELATION_PARENT };
+enum lum_relation {
+    LUM_RELATION_NONE,  /**< unrelated, or not comparable */
+    LUM_RELATION_CHILD, /**< strictly below the other */
+    LUM_RELATION_SAME,  /**< the same location */
+    LUM_RELATION_PARENT /**< strictly above the other */
+};
 
 /** The styles of local paths. */
 enum lum_path_style {
