@@ -76,10 +76,11 @@ variant() {
         cmake --build "$build" --target lum-tests && "$build/tests/lum-tests"
 }
 valgrind_tests() {
-    # The tests count allocations by functions of their own, which valgrind leaves in place by this synonym.
+    # The tests count allocations by functions of their own, which valgrind leaves in place by this synonym. It
+    # computes long double in 64 bits.
     variant valgrind -DLUM_NO_POOLS=ON &&
         valgrind -q --error-exitcode=1 --soname-synonyms=somalloc=nouserintercepts build/variants/valgrind/tests/lum-tests \
-            --gtest_filter='-*EveryScalar*:*EveryShort*:Escaping*:Encodings*'
+            --gtest_filter='-*EveryScalar*:*EveryShort*:Escaping*:Encodings*:Numbers.HaveEveryDigit*'
 }
 # A program that is built without exceptions and run-time types links with the library and does the same.
 consumer() {
