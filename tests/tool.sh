@@ -4,7 +4,8 @@
 # Usage: tool.sh PATH-TO-LUM
 set -u
 lum=$1
-export LC_ALL=C
+export LC_ALL=C TERM=xterm
+unset COLUMNS NO_COLOR
 failed=0
 
 # expect STATUS OUTPUT COMMAND...: standard output and error together, and the exit status.
@@ -52,7 +53,8 @@ expect 0 '[a,b]
 expect 0 '%5Bx%20y%5D' "$lum" escape '[x y]'
 
 expect_lines 1 'http://h/b
-unknown:' 'b\na\\b' "$lum" resolve http://h/a
+unknown:
+lum: standard input, line 2: not valid: backslash in the path (lum explain says what to do)' 'b\na\\b' "$lum" resolve http://h/a
 expect 0 '{"base":"http://h/a","reference":"b","valid":true,"text":"http://h/b"}' "$lum" resolve --json http://h/a b
 expect 0 b "$lum" relative --ignore-case http://h/A/b http://h/a/c
 expect 1 '' "$lum" relative http://h/a ftp://h/
@@ -75,7 +77,41 @@ expect 0 '{"input":"?b=%7e&","valid":true,"pairs":[{"key":"b","value":"%7e"},{"k
     "$lum" query --json --raw '?b=%7e&'
 expect 0 %7e "$lum" query --raw '?b=%7e&b=1' --get b
 expect_lines 1 '
-/a b' 'x\\y\nhttp://h/a%%20b' "$lum" get path
+/a b
+
+lum: standard input, line 1: not valid: backslash in the path (lum explain says what to do), and 1 more' \
+    'x\\y\nhttp://h/a%%20b\nx\\z' "$lum" get path
+# Texts that end in NUL hold line feeds; JSON is a line all the same.
+nul() { printf "$1" | "$lum" "${@:2}" | tr '\0\n' '|_'; }
+while IFS='#' read -r output input arguments; do
+    # shellcheck disable=SC2086
+    expect 0 "$output" nul "$input" $arguments
+done <<'END'
+a%0Ab|c%0D|#a\nb\0c\r#escape -0
+{"input":"a\nb","text":"a%0Ab"}_#a\nb\0#escape --null --json
+file:///a%0Ab|#/a\nb#path --from unix -0
+/Volumes/a_b|#file:///a%%0Ab#path --to unix -0
+/x_y|#http://h/x%%0Ay#parse --null --format {path}#
+h|#x#get -0 host http://h/
+END
+# An answer comes before the next line is asked for.
+# Colors are there where they are asked for, and lines are cut on a terminal only.
+expect 1 $'\e[1mé/b\\c\e[0m
+   \e[1;31m^\e[0m
+  \e[1;31mnot valid\e[0m         backslash in the path' env NO_COLOR=1 "$lum" parse --color=always 'é/b\c'
+on_terminal() { script -qec "stty cols $1; $2" /dev/null </dev/null | tr -d '\r'; }
+combining=$'e\xCC\x81'
+expect 0 "漢字/$combining/漢字漢字漢字漢字漢字漢字漢
+字\\漢字
+  ^
+  not valid         backslash in
+                    the path" on_terminal 34 "'$lum' parse --color=never '漢字/$combining/漢字漢字漢字漢字漢字漢字漢字\\漢字'"
+expect 0 $'\e[1mhttp://h/a\e[0m' bash -c "script -qec \"'$lum' parse 'http://h/a'\" /dev/null | head -1 | tr -d '\\r'"
+coproc "$lum" parse --format '{host}'
+echo http://h/ >&"${COPROC[1]}"
+read -rt 20 answer <&"${COPROC[0]}"
+[ "${answer-}" = h ] || { echo "FAILED: a co-process waits for its answer"; failed=1; }
+exec {COPROC[1]}>&-
 expect 0 '{"input":"http://[::1]/","valid":true,"host":"[::1]"}' "$lum" get --json --raw host 'http://[::1]/'
 expect 0 'h	/a%20b{}' "$lum" parse --format '{host}\t{path:raw}{{}}' 'http://h/a%20b'
 expect 1 $'http://h/\t\n\tbackslash in the path' "$lum" parse --format '{text}\t{reason}' http://h/ 'a\b'
@@ -89,7 +125,7 @@ END
 # Set, and read back from the result: a path is rooted behind a host; what a relative reference cannot hold is refused.
 while read -r status result arguments; do
     # shellcheck disable=SC2086
-    expect "$status" "${result/-/}" "$lum" edit $arguments
+    expect "$status" "${result/#-/}" bash -c '"$@" 2>/dev/null' - "$lum" edit $arguments
 done <<'END'
 0 ftp://u:p@[::1]:2/a/b?q#f --scheme ftp --user u --password p --host [::1] --port 2 --query q --fragment f a/b
 0 mailto:b mailto:a --non-hierarchical b
@@ -100,6 +136,8 @@ done <<'END'
 1 - x\y
 END
 expect_lines 0 '{"input":"http://h/?a","valid":true,"text":"http://h/"}' 'http://h/?a' "$lum" edit --json --query ''
+expect 1 '
+lum: "http://h/": the result would not read back as it was set' "$lum" edit --scheme h2 http://h/
 expect 2 'lum: --append: no "=" in "k" (lum --help tells more)' "$lum" edit x --append k
 # What is left of a text for a log: "text>what is printed", with "token" named.
 while IFS='>' read -r text left; do
@@ -132,12 +170,13 @@ expect 2 'lum: --set: no "=" in "k" (lum --help tells more)' "$lum" query x --se
 convert() { printf "$3" | "$lum" convert --from "$1" --to "$2" | od -An -tx1 | tr -d ' \n'; return "${PIPESTATUS[1]}"; }
 expect 0 61c3a9e282ac convert utf-16be utf-8 '\0a\0\351\040\254'
 expect 0 1b2442253d1b284278 convert shift_jis iso-2022-jp '\203\\x'
-expect 1 'lum: byte 3: unmappable, not in latin1
-61e9' convert utf-8 latin1 'a\303\251\342\202\254z'
-expect 1 'lum: byte 1: malformed, not utf-8
-0061' convert utf-8 utf-16be 'a\377'
-expect 1 'lum: byte 1: incomplete, utf-8 ends within a character
-61' convert utf-8 latin1 'a\342\202'
+how='(--on-error says how to go on)'
+expect 1 "lum: standard input, byte 3: unmappable, not in latin1 $how
+61e9" convert utf-8 latin1 'a\303\251\342\202\254z'
+expect 1 "lum: standard input, byte 1: malformed, not utf-8 $how
+0061" convert utf-8 utf-16be 'a\377'
+expect 1 "lum: standard input, byte 1: incomplete, utf-8 ends within a character $how
+61" convert utf-8 latin1 'a\342\202'
 lossy() { printf "$3" | "$lum" convert --from "$1" --to utf-8 --on-error "$2"; }
 while IFS='|' read -r from what bytes expected; do expect 0 "$expected" lossy "$from" "$what" "$bytes"; done <<'END'
 utf-8|skip|a\377b\342\202|ab
@@ -146,8 +185,8 @@ auto-bom|hex|\377\376a\0b|a\x62
 auto-bom|hex|\357\273|\xEF\xBB
 auto-bom|stop||
 END
-expect 1 'lum: byte 4: malformed, not utf-8
-61' convert auto-bom utf-8 '\357\273\277a\377'
+expect 1 "lum: standard input, byte 4: malformed, not utf-8 $how
+61" convert auto-bom utf-8 '\357\273\277a\377'
 expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum --help tells more)' \
     "$lum" convert --from utf-8 --to $'x\x1b'
 expect 2 'lum: --from: no converter for "x-mac-hebrew", see lum encodings (lum --help tells more)' \
@@ -243,7 +282,11 @@ expect 2 'lum: more than a text: "STR#"' "$lum" strings "$file" --set STR# a b
 expect 2 'lum: a type has four characters, not "TEXTS"' "$lum" strings "$file" --set TEXTS a b
 expect 2 'lum: a text of this type has at most 255 bytes, all of them in the encoding' \
     "$lum" strings "$file" --set STR a "$(printf %0256d 0)"
-expect 2 'lum: NUMBER: no string number: "1x" (lum --help tells more)' "$lum" strings "$file" 1x
+expect 2 'lum: 1x: no file that can be opened' "$lum" strings 1x
+expect 2 'lum: no string number: "1x"' "$lum" strings "$file" 1 1x
+expect 2 'lum: no file before the numbers; write ./ before a file'"'"'s name that is a number' "$lum" strings 1
+expect 0 '{"number":1003,"found":true,"text":"Save as…"}' "$lum" strings --json "$samples/strings.rsrc" "$file" 1003
+expect 0 2 bash -c "'$lum' strings '$samples/strings.rsrc' '$file' | grep -c 'rsrc\$\|^$file\$'"
 expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum --help tells more)' "$lum" strings "$file" --encoding x
 expect 2 "lum: $0: data or map lie outside the file" "$lum" strings "$0"
 expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set TEXT a b
@@ -252,7 +295,7 @@ expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'
 expect 2 'lum: --to: [x] not in {win,unix,mac} (lum --help tells more)' "$lum" path --to '[x]' a
-expect 2 'lum: TEXT is required (lum --help tells more)' "$lum" escape
+expect 2 'lum: COMPONENT is required (lum --help tells more)' "$lum" get
 expect 2 'lum: cannot read standard input: Is a directory' bash -c "'$lum' parse < /"
 expect 2 'lum: cannot write standard output: No space left on device' bash -c "'$lum' parse x > /dev/full"
 for arguments in --version --help 'parse --help'; do

@@ -4,9 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +23,7 @@
 #include "tools/lum/Commands.h"
 #include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
+#include "tools/lum/Host.h"
 #include "tools/lum/Input.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Progress.h"
@@ -69,7 +74,8 @@ struct Options {
     std::string from;
     std::string to;
     std::string onError = "stop";
-    std::string file = "-";
+    bool isInPlace = false;
+    std::vector<std::string> files;
 };
 
 struct Failure {
@@ -79,8 +85,11 @@ struct Failure {
 
 using Block = std::array<char, 65536>;
 
+/// Takes what has been converted, as far as the input has come.
+using Sink = std::function<void(std::string_view)>;
+
 /// Converts `start` and all of `source` behind it, or up to what cannot be converted.
-Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& converter) {
+Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& converter, const Sink& write) {
     using Lum::ConversionStatus;
     Progress progress("MB", 1000000, 10, source.IsTerminal());
     Block input;
@@ -96,7 +105,7 @@ Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& conv
         while (status == ConversionStatus::kOutputFull) {
             const Lum::ConversionResult result =
                 got == 0 ? converter.Finish(held, output) : converter.Convert(held, output);
-            WriteText({output.data(), result.written});
+            write({output.data(), result.written});
             held.remove_prefix(result.read);
             offset += result.read;
             progress.Advance(result.read);
@@ -109,9 +118,11 @@ Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& conv
     }
 }
 
+/// Whether a byte 0x0A of the encoding is a line feed, so that lines can be counted.
+bool HasPlainLines(const std::string& encoding) { return Lum::ConvertText("\n", encoding, "utf-8").text == "\n"; }
+
 /// Returns the status of the tool.
-int Convert(const Options& options) {
-    Input source(options.file);
+int Convert(const Options& options, Input& source, const Sink& write) {
     std::array<char, kLongestMark> start;
     std::size_t size = 0;
     Mark mark{"", options.from.c_str()};
@@ -128,14 +139,64 @@ int Convert(const Options& options) {
                                             [&](const Choice& one) { return one.name == options.onError; });
     Lum::LossyConverter converter(mark.encoding, options.to, choice->onBad);
     const std::string_view text(start.data(), size);
-    const Failure failure = Convert(text.substr(mark.bytes.size()), source, converter);
+    const Failure failure = Convert(text.substr(mark.bytes.size()), source, converter, write);
     const std::string what = Explain(failure.status, mark.encoding, options.to);
     if (what.empty()) {
         return 0;
     }
     FlushOutput();
-    WriteError("byte " + std::to_string(mark.bytes.size() + failure.offset) + ": " + Printable(what));
+    const std::uint64_t offset = mark.bytes.size() + failure.offset;
+    std::string where = source.Name();
+    if (const auto before = HasPlainLines(mark.encoding) ? source.CountLineFeeds(offset) : std::nullopt) {
+        where += ", line " + std::to_string(*before + 1);
+    }
+    WriteError(where + ", byte " + std::to_string(offset) + ": " + Printable(what) +
+               (options.isInPlace ? "; the file is as it was" : "") + " (--on-error says how to go on)");
     return 1;
+}
+
+int ConvertInPlace(const Options& options, const std::string& file, std::set<std::string>& done) {
+    FileReplacement replacement(file);
+    // Converted twice, it would be another text.
+    if (!done.insert(replacement.File()).second) {
+        throw std::runtime_error('"' + Printable(file) + "\" has been converted already; give each file once");
+    }
+    if (replacement.OtherNames() > 0) {
+        WriteError('"' + Printable(file) + "\" has " + std::to_string(replacement.OtherNames()) +
+                   " more names (hard links), which keep the old text");
+    }
+    Input source(replacement.File());
+    const int status = Convert(options, source, [&](std::string_view bytes) { replacement.Write(bytes); });
+    if (status == 0) {
+        replacement.Finish();
+    }
+    return status;
+}
+
+/// Each file by itself: one that cannot be converted does not keep the others from it.
+int ConvertAllInPlace(const Options& options) {
+    int status = 0;
+    std::set<std::string> done;
+    for (const std::string& file : options.files) {
+        try {
+            status = std::max(status, ConvertInPlace(options, file, done));
+        } catch (const std::exception& error) {
+            WriteError(error.what());
+            status = 2;
+        }
+    }
+    return status;
+}
+
+/// One after the other, up to what cannot be converted.
+int ConvertAll(const Options& options) {
+    for (const std::string& file : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
+        Input source(file);
+        if (const int status = Convert(options, source, WriteText); status != 0) {
+            return status;
+        }
+    }
+    return 0;
 }
 
 }  // namespace
@@ -155,8 +216,16 @@ void AddConvert(CLI::App& app, int& status) {
     }
     command->add_option("--on-error", options->onError, "What to do about bytes that cannot be converted")
         ->check(CLI::IsMember(names));
-    AddText(*command, "FILE", options->file, "The file with the text; without it, or for -, standard input");
-    command->callback([options, &status] { status |= Convert(*options); });
+    command->add_flag("-i,--in-place", options->isInPlace,
+                      "Replace each file by its conversion, if all of it succeeds");
+    AddTexts(*command, "FILE", options->files, "The files with the texts; without any, or for -, standard input");
+    command->callback([options, &status] {
+        const auto& files = options->files;
+        if (options->isInPlace && (files.empty() || std::find(files.begin(), files.end(), "-") != files.end())) {
+            throw CLI::ValidationError("--in-place", "needs files, not standard input");
+        }
+        status = options->isInPlace ? ConvertAllInPlace(*options) : ConvertAll(*options);
+    });
 }
 
 }  // namespace Tool

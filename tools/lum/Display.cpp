@@ -1,16 +1,18 @@
-// Which characters are visible, and how wide they are.
+// Which characters are visible, and how wide they are, by the properties that Unicode gives them.
 #include "tools/lum/Display.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
+#include <unicode/uchar.h>
+
 namespace Tool {
 namespace {
 
 struct Character {
-    std::uint32_t value;
-    std::size_t size;  ///< In bytes; 0 if no UTF-8 character starts here.
+    UChar32 value;     ///< -1 of a byte that begins no UTF-8 character.
+    std::size_t size;  ///< In bytes.
 };
 
 /// The character at the head of `text`, by the well-formed sequences of RFC 3629.
@@ -31,44 +33,32 @@ Character Decode(std::string_view text) {
         for (std::size_t i = 1; i < size; ++i) {
             const auto next = static_cast<unsigned char>(text[i]);
             if ((next & 0xC0) != 0x80) {
-                return {0, 0};
+                return {-1, 1};
             }
             value = value << 6 | (next & 0x3FU);
         }
         const bool isCharacter = value >= form.least && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
-        return {value, isCharacter ? size : 0};
+        return isCharacter ? Character{static_cast<UChar32>(value), size} : Character{-1, 1};
     }
-    return {0, 0};
+    return {-1, 1};
 }
 
-struct Range {
-    std::uint32_t first, last;
-};
-
-template <std::size_t N>
-bool IsIn(const std::array<Range, N>& ranges, std::uint32_t value) {
-    return std::any_of(ranges.begin(), ranges.end(),
-                       [&](const Range& range) { return value >= range.first && value <= range.last; });
+/// Not of controls, blanks that look like another, and what turns or hides the text around it.
+bool IsVisible(UChar32 value) {
+    constexpr UChar32 wideBlank = 0x3000;
+    return value == ' ' || value == wideBlank ||
+           (value > 0 && u_isgraph(value) != 0 && u_hasBinaryProperty(value, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) == 0);
 }
 
-// Controls, and what turns or hides the text around it.
-constexpr std::array<Range, 8> kInvisible{{{0x00, 0x1F},
-                                           {0x7F, 0xA0},
-                                           {0xAD, 0xAD},
-                                           {0x200B, 0x200F},
-                                           {0x2028, 0x202E},
-                                           {0x2060, 0x206F},
-                                           {0xFE00, 0xFE0F},
-                                           {0xFEFF, 0xFEFF}}};
-constexpr std::array<Range, 8> kWide{{{0x1100, 0x115F},
-                                      {0x2E80, 0xA4CF},
-                                      {0xAC00, 0xD7A3},
-                                      {0xF900, 0xFAFF},
-                                      {0xFE30, 0xFE6F},
-                                      {0xFF00, 0xFF60},
-                                      {0x1F300, 0x1FAFF},
-                                      {0x20000, 0x3FFFD}}};
-constexpr std::array<Range, 3> kCombining{{{0x0300, 0x036F}, {0x20D0, 0x20FF}, {0xFE20, 0xFE2F}}};
+std::size_t ColumnsOf(UChar32 value) {
+    const int syllable = u_getIntPropertyValue(value, UCHAR_HANGUL_SYLLABLE_TYPE);
+    const bool isInnerJamo = syllable == U_HST_VOWEL_JAMO || syllable == U_HST_TRAILING_JAMO;
+    if (isInnerJamo || (U_GET_GC_MASK(value) & (U_GC_MN_MASK | U_GC_ME_MASK)) != 0) {
+        return 0;
+    }
+    const int width = u_getIntPropertyValue(value, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
 
 /// Most texts are of these characters, which take a column each.
 bool IsVisibleAscii(std::string_view text) {
@@ -83,18 +73,17 @@ std::string Printable(std::string_view text) {
     }
     std::string shown;
     while (!text.empty()) {
-        const Character character = Decode(text);
-        if (character.size != 0 && !IsIn(kInvisible, character.value)) {
-            shown += text.substr(0, character.size);
-            text.remove_prefix(character.size);
-            continue;
+        const auto [value, size] = Decode(text);
+        if (IsVisible(value)) {
+            shown += text.substr(0, size);
+        } else {
+            constexpr std::string_view digits = "0123456789abcdef";
+            for (const char c : text.substr(0, size)) {
+                const auto byte = static_cast<unsigned char>(c);
+                shown += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
+            }
         }
-        constexpr std::string_view digits = "0123456789abcdef";
-        for (std::size_t i = 0; i < std::max<std::size_t>(character.size, 1); ++i) {
-            const auto byte = static_cast<unsigned char>(text[i]);
-            shown += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
-        }
-        text.remove_prefix(std::max<std::size_t>(character.size, 1));
+        text.remove_prefix(size);
     }
     return shown;
 }
@@ -105,17 +94,25 @@ std::size_t Columns(std::string_view printable) {
     }
     std::size_t columns = 0;
     while (!printable.empty()) {
-        const Character character = Decode(printable);
-        columns += IsIn(kWide, character.value) ? 2 : (IsIn(kCombining, character.value) ? 0 : 1);
-        printable.remove_prefix(std::max<std::size_t>(character.size, 1));
+        const auto [value, size] = Decode(printable);
+        columns += ColumnsOf(value);
+        printable.remove_prefix(size);
     }
     return columns;
 }
 
-std::string MarksBelow(std::string_view text, std::size_t offset, std::size_t length) {
-    const std::size_t width = Columns(Printable(text.substr(offset, length)));
-    return std::string(Columns(Printable(text.substr(0, offset))), ' ') +
-           std::string(std::max<std::size_t>(width, 1), '^') + '\n';
+std::size_t SizeOfColumns(std::string_view printable, std::size_t columns) {
+    std::size_t used = 0;
+    std::size_t end = 0;
+    while (end < printable.size()) {
+        const auto [value, size] = Decode(printable.substr(end));
+        used += ColumnsOf(value);
+        if (end > 0 && used > columns) {
+            break;
+        }
+        end += size;
+    }
+    return end;
 }
 
 }  // namespace Tool

@@ -13,7 +13,8 @@ std::string Printable(std::string_view text);
 /// How many columns a terminal gives to a printable text.
 std::size_t Columns(std::string_view printable);
 
-/// A line of "^" that stands below `length` bytes of a text, at least one, when Printable shows it.
-std::string MarksBelow(std::string_view text, std::size_t offset, std::size_t length);
+/// How many bytes at the head of a printable text fit into so many columns: at least one character, with the marks
+/// that combine with it.
+std::size_t SizeOfColumns(std::string_view printable, std::size_t columns);
 
 }  // namespace Tool

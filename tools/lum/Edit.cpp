@@ -15,9 +15,9 @@
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
 #include "tools/lum/Components.h"
-#include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
 #include "tools/lum/Redaction.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
@@ -48,14 +48,13 @@ constexpr std::array<Setting, 9> kSettings{{
 }};
 
 struct Options {
-    bool json = false;
+    Texts texts;
     Redaction redaction;
     std::array<std::string, kSettings.size()> values;
     std::array<CLI::Option*, kSettings.size()> given{};
     std::vector<std::string> pairs;
     std::vector<std::string> added;
     std::vector<std::string> removed;
-    std::vector<std::string> uris;
 };
 
 void Edit(const Options& options, Lum::URI& uri) {
@@ -98,7 +97,7 @@ bool ReadsBack(const ParsedURI& uri) {
 void AddEdit(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("edit", "Print each URI with some of its parts changed");
     const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object a line");
+    options->texts.AddTo(*command);
     for (std::size_t i = 0; i < kSettings.size(); ++i) {
         auto* option = AddText(*command, kSettings.at(i).option, options->values.at(i), kSettings.at(i).help);
         options->given.at(i) = option->option_text("TEXT");
@@ -116,9 +115,9 @@ void AddEdit(CLI::App& app, int& status) {
         ->allow_extra_args(false)
         ->check(CheckPair);
     options->redaction.AddTo(*command);
-    AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
+    options->texts.AddArguments(*command, "URI", "The URIs");
     command->callback([options, &status] {
-        ForEachText(options->uris, [&](std::string_view text) {
+        options->texts.ForEach([&](std::string_view text) {
             ParsedURI uri{Lum::URI::StringProxy(text)};
             std::string edited;
             if (uri.IsValidURI()) {
@@ -127,12 +126,16 @@ void AddEdit(CLI::App& app, int& status) {
             }
             const bool isValid = !edited.empty();
             edited = options->redaction.Of(edited);
-            if (options->json) {
+            if (options->texts.isJson) {
                 WriteJson({{"input", options->redaction.Of(text)}, {"valid", isValid}, {"text", edited}});
             } else {
-                WriteLine(edited);
+                options->texts.Write(edited);
             }
-            status |= isValid ? 0 : 1;
+            if (!isValid) {
+                status = 1;
+                options->texts.Refuse(options->redaction.Of(text),
+                                      uri.IsValidURI() ? "the result would not read back as it was set" : "");
+            }
         });
     });
 }

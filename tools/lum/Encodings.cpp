@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <Lum/Transcoder.h>
@@ -11,6 +12,7 @@
 
 #include "tools/lum/Commands.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
 
 namespace Tool {
@@ -45,12 +47,16 @@ void AddEncodings(CLI::App& app, int& /*status*/) {
                 continue;
             }
             std::string line = Hexadecimal(info.encoding) + "  " + info.name;
-            line.append(width - info.name.size() + 1, ' ');
+            std::string others;
             for (const std::string& alias : info.aliases) {
-                line += ' ' + alias;
+                others += ' ' + alias;
             }
-            line += info.isConvertible ? "" : " (a name only: there is no converter)";
-            WriteLine(line.erase(line.find_last_not_of(' ') + 1));
+            others += info.isConvertible ? "" : " (a name only: there is no converter)";
+            if (!others.empty()) {
+                line.append(width - info.name.size() + 2, ' ');
+                line += Indented(std::string_view(others).substr(1), line.size());
+            }
+            WriteLine(line);
         }
     });
 }

@@ -8,13 +8,13 @@
 #include <Lum/URIProblem.h>
 #include <CLI/CLI.hpp>
 
-#include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
-#include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Oddities.h"
 #include "tools/lum/Output.h"
 #include "tools/lum/Problems.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
@@ -35,13 +35,14 @@ void ExplainAsJson(std::string_view text, const Lum::URIProblem& problem, const 
 }
 
 std::string Explained(std::string_view text, const Lum::URIProblem& problem, const std::vector<Oddity>& oddities) {
-    std::string lines = Printable(text) + '\n';
+    std::string lines;
     const ProblemText& words = TextOf(problem.code);
     if (problem.code == Lum::URIProblemCode::kValid) {
-        lines += Row("valid", oddities.empty() ? "read alike by Lum, RFC 3986 and browsers, as far as is known" : "");
+        lines = Subject(text) +
+                Row("valid", oddities.empty() ? "read alike by Lum, RFC 3986 and browsers, as far as is known" : "");
     } else {
-        lines += MarksBelow(text, problem.offset, problem.length) + Row("not valid", words.what) +
-                 Row("rule", words.rule) + Row("what to do", words.advice);
+        lines = Marked(text, problem.offset, problem.length) + Row("not valid", words.what) + Row("rule", words.rule) +
+                Row("what to do", words.advice);
     }
     for (const Oddity& oddity : oddities) {
         lines += Row("oddity", oddity.id) + Row("", oddity.says) + Row("", oddity.why);
@@ -53,19 +54,15 @@ std::string Explained(std::string_view text, const Lum::URIProblem& problem, con
 
 void AddExplain(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("explain", "Say why a text is not valid, and where others read it otherwise");
-    struct Options {
-        bool json = false;
-        std::vector<std::string> uris;
-    };
-    const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object a line");
-    AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
-    command->callback([options, &status] {
+    const auto texts = std::make_shared<Texts>();
+    texts->AddTo(*command);
+    texts->AddArguments(*command, "URI", "The URIs");
+    command->callback([texts, &status] {
         bool isFirst = true;
-        ForEachText(options->uris, [&](std::string_view text) {
+        texts->ForEach([&](std::string_view text) {
             const Lum::URIProblem problem = Lum::ExplainURI(text);
             const std::vector<Oddity> oddities = OdditiesOf(text);
-            if (options->json) {
+            if (texts->isJson) {
                 ExplainAsJson(text, problem, oddities);
             } else {
                 WriteText((isFirst ? "" : "\n") + Explained(text, problem, oddities));

@@ -1,6 +1,8 @@
 // Reads through descriptors, which give what there is without waiting for a full block.
 #include "tools/lum/Input.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
@@ -34,6 +36,19 @@ std::size_t Input::Read(std::span<char> block) {
             Fail("read");
         }
     }
+}
+
+std::optional<std::uint64_t> Input::CountLineFeeds(std::uint64_t size) {
+    if (lseek(m_Descriptor, 0, SEEK_SET) != 0) {
+        return std::nullopt;
+    }
+    std::uint64_t count = 0;
+    std::array<char, 65536> block;
+    for (std::size_t got = 1; size > 0 && got > 0; size -= got) {
+        got = Read(std::span(block).first(std::min<std::uint64_t>(block.size(), size)));
+        count += static_cast<std::uint64_t>(std::count(block.begin(), block.begin() + got, '\n'));
+    }
+    return count;
 }
 
 void Input::Fail(const char* what) const {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -17,8 +19,13 @@ public:
     ~Input();
 
     [[nodiscard]] bool IsTerminal() const;
+    /// "standard input", or the file's name in quotes.
+    [[nodiscard]] const std::string& Name() const { return m_Name; }
     /// How many bytes came, which may be fewer than the block has room for; 0 at the end.
     std::size_t Read(std::span<char> block);
+    /// How many line feeds are among the first `size` bytes that were read; nothing where the input cannot be read
+    /// twice. Reading goes on behind them.
+    std::optional<std::uint64_t> CountLineFeeds(std::uint64_t size);
 
 private:
     [[noreturn]] void Fail(const char* what) const;

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include <unistd.h>
+
 #include "tools/lum/Input.h"
 #include "tools/lum/Progress.h"
 
@@ -18,9 +20,18 @@ namespace {
     throw std::runtime_error(std::string(what) + ": " + std::strerror(error));
 }
 
+/// Saves calls of the system where there are many short texts. Nothing may have been written before.
+void BufferOutput() {
+    if (isatty(STDOUT_FILENO) == 0) {
+        static std::array<char, 65536> buffer;
+        std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size());
+    }
+}
+
 }  // namespace
 
-void ForEachInputLine(const std::function<void(std::string_view)>& use) {
+void ForEachInputLine(char end, const std::function<void(std::string_view)>& use) {
+    BufferOutput();
     Input input("-");
     Progress progress("lines", 1, 4000, input.IsTerminal());
     const auto take = [&](std::string_view line) {
@@ -29,30 +40,27 @@ void ForEachInputLine(const std::function<void(std::string_view)>& use) {
     };
     std::array<char, 65536> block;
     std::string begun;  // a line whose end has not been read
-    while (const std::size_t got = input.Read(block)) {
+    for (;;) {
+        // Whoever wrote the lines so far may wait for their results before the next one.
+        FlushOutput();
+        const std::size_t got = input.Read(block);
+        if (got == 0) {
+            break;
+        }
         std::string_view rest(block.data(), got);
-        for (std::size_t end = rest.find('\n'); end != rest.npos; end = rest.find('\n')) {
-            std::string_view line = rest.substr(0, end);
+        for (std::size_t at = rest.find(end); at != rest.npos; at = rest.find(end)) {
+            std::string_view line = rest.substr(0, at);
             if (!begun.empty()) {
                 line = begun.append(line);
             }
-            take(line.substr(0, line.size() - (line.ends_with('\r') ? 1 : 0)));
+            take(line.substr(0, line.size() - (end == '\n' && line.ends_with('\r') ? 1 : 0)));
             begun.clear();
-            rest.remove_prefix(end + 1);
+            rest.remove_prefix(at + 1);
         }
         begun.append(rest);
     }
     if (!begun.empty()) {
         take(begun);
-    }
-}
-
-void ForEachText(const std::vector<std::string>& texts, const std::function<void(std::string_view)>& use) {
-    if (texts.empty()) {
-        ForEachInputLine(use);
-    }
-    for (const std::string& text : texts) {
-        use(text);
     }
 }
 

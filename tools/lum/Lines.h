@@ -4,17 +4,14 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace Tool {
 
-/// Calls `use` with each line of standard input, without its line feed or the carriage return before
-/// it. A last line need not end in a line feed. On a terminal, a long run whose results go elsewhere
-/// shows how far it is. Throws std::runtime_error if the input cannot be read.
-void ForEachInputLine(const std::function<void(std::string_view)>& use);
-
-/// Calls `use` with each of `texts`, or where there is none with each line of standard input.
-void ForEachText(const std::vector<std::string>& texts, const std::function<void(std::string_view)>& use);
+/// Calls `use` with each line of standard input, without the `end` that ends it, nor a carriage return
+/// before a line feed. A last line need not be ended. What has been written is flushed before the next
+/// input is waited for. On a terminal, a long run whose results go elsewhere shows how far it is.
+/// Throws std::runtime_error if the input cannot be read.
+void ForEachInputLine(char end, const std::function<void(std::string_view)>& use);
 
 /// Writes to standard output; throws std::runtime_error if that fails.
 void WriteText(std::string_view text);

@@ -1,6 +1,4 @@
-// lum: the library from the command line. Reads the arguments, runs one subcommand, answers with its
-// exit status: 0 for yes or done, 1 for a "no" (a text that is not valid), 2 for wrong usage and for
-// input or output that failed.
+// lum: the library from the command line. Reads the arguments, runs one subcommand and answers with its exit status.
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -14,6 +12,7 @@
 #include "tools/lum/Commands.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 
 namespace {
 
@@ -38,6 +37,9 @@ int Run(int argc, char** argv) {
           Tool::AddResolve, Tool::AddRelative, Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery,
           Tool::AddPath, Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings}) {
         add(app, status);
+    }
+    for (CLI::App* command : app.get_subcommands({})) {
+        Tool::AddColor(*command);
     }
     try {
         app.parse(Tool::ShieldedArguments(argc, argv));

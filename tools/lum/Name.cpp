@@ -2,36 +2,35 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <Lum/URI.h>
 #include <CLI/CLI.hpp>
 
-#include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 
 void AddName(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("name", "Show file name, extension and last component of URIs");
-    struct Options {
-        bool json = false;
-        std::vector<std::string> uris;
-    };
-    const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object a line");
-    AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
-    command->callback([options, &status] {
-        ForEachText(options->uris, [&](std::string_view text) {
+    const auto texts = std::make_shared<Texts>();
+    texts->AddTo(*command);
+    texts->AddArguments(*command, "URI", "The URIs");
+    command->callback([texts, &status] {
+        texts->ForEach([&](std::string_view text) {
             const Lum::URI uri{Lum::URI::StringProxy(text)};
-            status |= uri.IsValidURI() ? 0 : 1;
+            if (!uri.IsValidURI()) {
+                status = 1;
+                texts->Refuse(text);
+            }
             const std::string filename = uri.GetFilename(false);
             const std::string extension = uri.GetExtension(true);
             const std::string component = uri.GetLastPathComponent();
-            if (options->json) {
+            if (texts->isJson) {
                 WriteJson({{"input", text},
                            {"valid", uri.IsValidURI()},
                            {"filename", filename},
@@ -40,9 +39,8 @@ void AddName(CLI::App& app, int& status) {
                            {"directory", uri.IsDirectory()}});
                 return;
             }
-            WriteText(Printable(text) + '\n' + Row("file name", Printable(filename)) +
-                      Row("extension", Printable(extension)) + Row("last component", Printable(component)) +
-                      Row("directory", uri.IsDirectory() ? "yes" : "no"));
+            WriteText(Subject(text) + Row("file name", Printable(filename)) + Row("extension", Printable(extension)) +
+                      Row("last component", Printable(component)) + Row("directory", uri.IsDirectory() ? "yes" : "no"));
         });
     });
 }

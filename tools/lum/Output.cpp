@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 
 namespace Tool {
 namespace {
@@ -64,13 +65,12 @@ void JsonLine::AddName(std::string_view name) {
 }
 
 std::string Row(std::string_view name, std::string_view value) {
-    constexpr std::size_t nameColumns = 18;
-    std::string row;
-    row.reserve(nameColumns + value.size() + 3);
-    row += "  ";
-    row += name;
+    constexpr std::size_t nameColumns = 18, indent = 2;
+    const Piece piece = name == "valid" ? Piece::kGood : (name == "not valid" ? Piece::kBad : Piece::kName);
+    std::string row(indent, ' ');
+    row += Colored(piece, std::string(name));
     if (!value.empty()) {
-        row.append(nameColumns - name.size(), ' ').append(value);
+        row.append(nameColumns - name.size(), ' ').append(Indented(value, indent + nameColumns));
     }
     return row + '\n';
 }

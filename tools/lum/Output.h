@@ -30,7 +30,8 @@ private:
     std::string m_Text;
 };
 
-/// One row of a table: a name and a value, which must be printable; an empty value leaves no blanks.
+/// One row of a table: a name and a value, which must be printable; an empty value leaves no blanks. A long one
+/// goes on in further lines where the terminal is narrow.
 std::string Row(std::string_view name, std::string_view value);
 
 }  // namespace Tool

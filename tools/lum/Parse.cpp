@@ -19,9 +19,11 @@
 #include "tools/lum/Display.h"
 #include "tools/lum/LineFormat.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
 #include "tools/lum/Problems.h"
 #include "tools/lum/Redaction.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
@@ -118,11 +120,7 @@ std::string Table(const Reading& reading) {
     const auto& [text, uri, reason, offset, length] = reading;
     std::string table;
     table.reserve(1024);
-    table += Printable(text);
-    table += '\n';
-    if (offset) {
-        table += MarksBelow(text, *offset, length);
-    }
+    table += offset ? Marked(text, *offset, length) : Subject(text);
     if (!reading.IsValid()) {
         return table + Row("not valid", Printable(reason));
     }
@@ -164,14 +162,13 @@ std::string Table(const Reading& reading) {
 void AddParse(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("parse", "Show the components of URIs, and why a text is not valid");
     struct Options {
-        bool json = false;
+        Texts texts;
         std::string encoding;
         std::string format;
         Redaction redaction;
-        std::vector<std::string> uris;
     };
     const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object a line");
+    options->texts.AddTo(*command);
     AddText(*command, "--encoding", options->encoding, "The encoding of the texts and of what their escapes stand for")
         ->option_text("ENC")
         ->check(CheckEncoding);
@@ -179,7 +176,7 @@ void AddParse(CLI::App& app, int& status) {
         AddText(*command, "--format", options->format, "Print a line of this form: {host}, {path:raw}, \\t, ...");
     format->option_text("TEXT")->excludes("--json")->check(LineFormat::Check);
     options->redaction.AddTo(*command);
-    AddTexts(*command, "URI", options->uris, "The URIs; without any, the lines of standard input");
+    options->texts.AddArguments(*command, "URI", "The URIs");
     command->callback([options, format, &status] {
         bool isFirst = true;
         const LineFormat line(options->format);
@@ -187,8 +184,8 @@ void AddParse(CLI::App& app, int& status) {
             const std::string text = options->redaction.Of(given);
             const Reading reading(text, options->encoding);
             if (!format->empty()) {
-                WriteLine(line.Filled(reading.uri, text, reading.reason));
-            } else if (options->json) {
+                options->texts.Write(line.Filled(reading.uri, text, reading.reason));
+            } else if (options->texts.isJson) {
                 WriteAsJson(reading);
             } else {
                 WriteText((isFirst ? "" : "\n") + Table(reading));
@@ -196,7 +193,7 @@ void AddParse(CLI::App& app, int& status) {
             isFirst = false;
             status |= reading.IsValid() ? 0 : 1;
         };
-        ForEachText(options->uris, show);
+        options->texts.ForEach(show);
     });
 }
 

@@ -4,15 +4,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <Lum/URI.h>
 #include <CLI/CLI.hpp>
 
-#include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
-#include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
@@ -38,21 +36,19 @@ const Style& StyleNamed(std::string_view name) {
 void AddPath(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("path", "Convert between URIs and local paths");
     struct Options {
-        bool json = false;
+        Texts texts;
         std::string to;
         std::string from;
-        std::string text;
     };
     const auto options = std::make_shared<Options>();
     const auto isStyle = CLI::IsMember({"win", "unix", "mac"});
-    command->add_flag("--json", options->json, "Print one JSON object a line");
+    options->texts.AddTo(*command);
     auto* direction = command->add_option_group("direction")->require_option(1);
     direction->add_option("--to", options->to, "Print the local path of a URI in this style")->check(isStyle);
     direction->add_option("--from", options->from, "Print the URI of a local path of this style")->check(isStyle);
-    auto* argument = AddText(*command, "TEXT", options->text, "URI or path; without it, the lines of standard input");
-    command->callback([options, argument, &status] {
-        const std::vector<std::string> one(argument->empty() ? 0 : 1, options->text);
-        ForEachText(one, [&](std::string_view text) {
+    options->texts.AddArguments(*command, "TEXT", "URIs or paths");
+    command->callback([options, &status] {
+        options->texts.ForEach([&](std::string_view text) {
             std::string result;
             if (options->from.empty()) {
                 const Lum::URI uri{Lum::URI::StringProxy(text)};
@@ -63,10 +59,10 @@ void AddPath(CLI::App& app, int& status) {
                 (uri.*StyleNamed(options->from).from)(text);
                 result = uri.ToString(false);
             }
-            if (options->json) {
+            if (options->texts.isJson) {
                 WriteJson({{"input", text}, {options->from.empty() ? "path" : "text", result}});
             } else {
-                WriteLine(result);
+                options->texts.Write(result);
             }
         });
     });

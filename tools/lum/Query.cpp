@@ -14,14 +14,14 @@
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
 
 struct Options {
-    bool json = false;
+    Texts texts;
     bool raw = false;
-    std::string uri;
     std::string key;
     std::vector<std::string> pairs;
 };
@@ -30,13 +30,13 @@ struct Options {
 void ShowRaw(const Options& options, std::string_view text, const Lum::URI& uri) {
     auto list = nlohmann::ordered_json::array();
     for (const Lum::QueryPair pair : Lum::QueryView(uri)) {
-        if (options.json) {
+        if (options.texts.isJson) {
             list.push_back({{"key", pair.key}, {"value", pair.value}});
         } else {
             WriteLine(Printable(pair.text));
         }
     }
-    if (options.json) {
+    if (options.texts.isJson) {
         WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"pairs", list}});
     }
 }
@@ -48,7 +48,7 @@ void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri)
     }
     std::map<std::string, std::string> pairs;
     uri.GetQueryByMap(pairs);
-    if (options.json) {
+    if (options.texts.isJson) {
         // Not an object of its own: keys that are not UTF-8 could become the same.
         auto list = nlohmann::ordered_json::array();
         for (const auto& [key, value] : pairs) {
@@ -71,10 +71,10 @@ bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri)
         isFound = index != Lum::QueryView::npos;
         value = pairs[index].value;
     }
-    if (options.json) {
+    if (options.texts.isJson) {
         WriteJson({{"input", text}, {"key", options.key}, {"found", isFound}, {"value", value}});
     } else {
-        WriteLine(value);
+        options.texts.Write(value);
     }
     return isFound;
 }
@@ -94,10 +94,10 @@ void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
     if (options.raw) {
         edit.PutInto(uri);
     }
-    if (options.json) {
+    if (options.texts.isJson) {
         WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"text", uri.ToString(false)}});
     } else {
-        WriteLine(uri.ToString(false));
+        options.texts.Write(uri.ToString(false));
     }
 }
 
@@ -106,17 +106,19 @@ void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
 void AddQuery(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("query", "Show the pairs of a query, get one, or set some");
     const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object a line");
+    options->texts.AddTo(*command);
     command->add_flag("--raw", options->raw, "Pairs as stored, in their order; --set leaves the others as they are");
-    auto* uri = AddText(*command, "URI", options->uri, "The URI; without it, the lines of standard input");
+    options->texts.AddArguments(*command, "URI", "The URIs");
     auto* get = AddText(*command, "--get", options->key, "Print the value of this key")->option_text("KEY");
     auto* set = AddTexts(*command, "--set", options->pairs, "Set these pairs and print the URI");
     set->option_text("KEY=VALUE ...")->excludes(get)->check(CheckPair);
-    command->callback([options, uri, get, set, &status] {
-        const std::vector<std::string> one(uri->empty() ? 0 : 1, options->uri);
-        ForEachText(one, [&](std::string_view text) {
+    command->callback([options, get, set, &status] {
+        options->texts.ForEach([&](std::string_view text) {
             Lum::URI parsed{Lum::URI::StringProxy(text)};
-            status |= parsed.IsValidURI() ? 0 : 1;
+            if (!parsed.IsValidURI()) {
+                status = 1;
+                options->texts.Refuse(text);
+            }
             if (!get->empty()) {
                 status |= ShowOne(*options, text, parsed) ? 0 : 1;
             } else if (!set->empty()) {

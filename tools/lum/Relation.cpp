@@ -8,8 +8,8 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
-#include "tools/lum/Lines.h"
 #include "tools/lum/Output.h"
+#include "tools/lum/Texts.h"
 
 namespace Tool {
 namespace {
@@ -32,13 +32,13 @@ std::string_view WordFor(int relation) {
 void AddRelation(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("relation", "Tell what URI A is to URI B: none 0, child 1, same 2, parent 3");
     struct Options {
-        bool json = false;
+        ResultForm form;
         bool ignoreCase = false;
         std::string a;
         std::string b;
     };
     const auto options = std::make_shared<Options>();
-    command->add_flag("--json", options->json, "Print one JSON object");
+    options->form.AddTo(*command);
     command->add_flag("--ignore-case", options->ignoreCase, "Take paths that differ in case for the same");
     AddText(*command, "A", options->a, "A URI")->required();
     AddText(*command, "B", options->b, "Another URI")->required();
@@ -47,10 +47,10 @@ void AddRelation(CLI::App& app, int& status) {
         const Lum::URI b(options->b);
         status = a.IsValidURI() && b.IsValidURI() ? 0 : 1;
         const int relation = status == 0 ? a.GetRelation(b, !options->ignoreCase) : Lum::kRelationNone;
-        if (options->json) {
+        if (options->form.isJson) {
             WriteJson({{"a", options->a}, {"b", options->b}, {"relation", WordFor(relation)}, {"code", relation}});
         } else {
-            WriteLine(std::string(WordFor(relation)) + ' ' + std::to_string(relation));
+            options->form.Write(std::string(WordFor(relation)) + ' ' + std::to_string(relation));
         }
     });
 }

@@ -12,6 +12,7 @@
 #include <Lum/Platform.h>
 
 #include "tools/lum/Display.h"
+#include "tools/lum/Look.h"
 
 namespace Tool {
 namespace {
@@ -101,7 +102,7 @@ std::string AsRows(const ResourceEntry& resource) {
     for (const auto& [label, text] : TextsOf(resource)) {
         rows += RightAligned(label, label.empty() ? textColumn : textColumn + 3);
         rows += label.empty() ? "" : "  ";
-        rows += Printable(text);
+        rows += Indented(Printable(text), label.empty() ? textColumn : textColumn + 5);
         rows += '\n';
     }
     return rows;

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@
 #include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
 #include "tools/lum/ResourceTexts.h"
 
@@ -27,7 +29,7 @@ namespace {
 
 struct Options {
     bool json = false;
-    std::string file;
+    std::vector<std::string> files;
     std::vector<std::string> numbers;
     std::string bundle;
     std::vector<std::string> tables;
@@ -74,11 +76,18 @@ std::uint32_t CodeOf(std::string type) {
     return code;
 }
 
-void List(const Options& options) {
-    const File file(options.file, false);
+/// With the file's name at each, where there are several.
+void List(const Options& options, const std::string& name) {
+    const File file(name, false);
+    const bool isOneOfMany = options.files.size() > 1;
+    if (isOneOfMany && !options.json) {
+        WriteText((name == options.files.front() ? "" : "\n") + Subject(name));
+    }
     for (const Lum::Platform::ResourceEntry& resource : Lum::Platform::ListResources(file.Reference())) {
         if (options.json) {
-            WriteJson(AsJson(resource));
+            auto object = isOneOfMany ? nlohmann::ordered_json{{"file", name}} : nlohmann::ordered_json::object();
+            object.update(AsJson(resource));
+            WriteJson(object);
         } else {
             WriteText(AsRows(resource));
         }
@@ -86,7 +95,10 @@ void List(const Options& options) {
 }
 
 void LookUp(const Options& options, int& status) {
-    const File file(options.file, false);
+    std::deque<File> files;
+    for (const std::string& name : options.files) {
+        files.emplace_back(name, false);
+    }
     if (!options.bundle.empty()) {
         Lum::Platform::SetMainBundle(options.bundle);
     }
@@ -117,7 +129,10 @@ void Set(const Options& options) {
     if (code == kStringList || code == kIndex) {
         throw std::runtime_error("more than a text: \"" + type + '"');
     }
-    const File file(options.file, true);
+    if (options.files.size() > 1) {
+        throw std::runtime_error("--set takes one file");
+    }
+    const File file(options.files.front(), true);
     const CString value = CString::FromUTF8(text);
     if (code == kSingleString) {
         PascalAsUnits(value).UnloadString(code, CString::FromUTF8(name), true);
@@ -127,10 +142,10 @@ void Set(const Options& options) {
     file.Update();
 }
 
-std::string CheckNumber(const std::string& text) {
+bool IsNumber(const std::string& text) {
     unsigned int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? "" : "no string number: \"" + text + '"';
+    return error == std::errc() && end == text.data() + text.size();
 }
 
 }  // namespace
@@ -139,25 +154,40 @@ void AddStrings(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("strings", "Show what is in a resource file, look numbers up, or set a text");
     const auto options = std::make_shared<Options>();
     command->add_flag("--json", options->json, "Print one JSON object a line");
-    AddText(*command, "FILE", options->file, "The resource file")->required();
-    AddTexts(*command, "NUMBER", options->numbers, "Print the strings of these numbers")->check(CheckNumber);
+    AddTexts(*command, "FILE", options->files,
+             "The resource files; with numbers behind them, print the strings of these")
+        ->required()
+        ->option_text("... [NUMBER...]");
     AddText(*command, "--bundle", options->bundle, "The folder of the localised-strings tables")->option_text("DIR");
     AddTexts(*command, "--table", options->tables, "Look in these tables too")->option_text("NAME ...");
     AddText(*command, "--encoding", options->encoding, "The encoding of texts and names")
         ->option_text("ENC")
         ->check(CheckEncoding);
     auto* set = AddTexts(*command, "--set", options->set, "Write a text into the resource of this type and name");
-    set->option_text("TYPE NAME TEXT")->expected(3)->excludes("NUMBER");
+    set->option_text("TYPE NAME TEXT")->expected(3);
     command->callback([options, &status] {
         if (!options->encoding.empty()) {
             Lum::Platform::SetApplicationTextEncoding(Lum::EncodingToCharSetID(options->encoding));
+        }
+        // A file whose name is a number is given as "./1".
+        const auto numbers = std::find_if(options->files.begin(), options->files.end(), IsNumber);
+        options->numbers.assign(numbers, options->files.end());
+        options->files.erase(numbers, options->files.end());
+        if (const auto wrong = std::find_if_not(options->numbers.begin(), options->numbers.end(), IsNumber);
+            wrong != options->numbers.end()) {
+            throw std::runtime_error("no string number: \"" + Printable(*wrong) + '"');
+        }
+        if (options->files.empty()) {
+            throw std::runtime_error("no file before the numbers; write ./ before a file's name that is a number");
         }
         if (!options->set.empty()) {
             Set(*options);
         } else if (!options->numbers.empty()) {
             LookUp(*options, status);
         } else {
-            List(*options);
+            for (const std::string& file : options->files) {
+                List(*options, file);
+            }
         }
     });
 }

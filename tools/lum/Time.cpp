@@ -17,8 +17,8 @@
 
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
-#include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
+#include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
 
 namespace Tool {
@@ -195,7 +195,7 @@ void ShowAsJson(std::string_view input, const Reading& reading) {
 
 void ShowAsTable(std::string_view input, const Reading& reading) {
     const auto& [time, problem] = reading;
-    std::string table = Printable(input) + '\n';
+    std::string table = Subject(input);
     if (problem == nullptr) {
         table += Row("text", time.ToW3DTF()) + Row("ticks", std::to_string(time.GetTicks()));
         for (const auto& [name, value] : Fields(time)) {
