@@ -103,6 +103,7 @@ check "gdb and lldb show values as text" tests/debuggers.sh build/release g++ ""
 check "files do not depend on the folder they are built in" checks/reproducible.sh
 check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers
+check "shells and man read what the tool writes for them" tests/completions.sh build/release/tools/lum/lum
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
 check "the oddities are what uriparser and Node.js answer" checks/oddities.py others

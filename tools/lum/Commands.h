@@ -23,5 +23,6 @@ void AddConvert(CLI::App& app, int& status);
 void AddEncodings(CLI::App& app, int& status);
 void AddTime(CLI::App& app, int& status);
 void AddStrings(CLI::App& app, int& status);
+void AddGenerate(CLI::App& app, int& status);
 
 }  // namespace Tool

@@ -13,6 +13,7 @@
 #include "tools/lum/Display.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Look.h"
+#include "tools/lum/Manual.h"
 
 namespace {
 
@@ -20,6 +21,12 @@ int Run(int argc, char** argv) {
     CLI::App app{"Takes URIs apart and puts them together, and converts texts.", "lum"};
     app.set_version_flag("--version", "lum " LUM_VERSION);
     app.require_subcommand(1);
+    // Subcommands take the footer over when they are added.
+    std::string footer = "Exit status:";
+    for (const auto& [status, meaning] : Tool::kExitStatuses) {
+        footer += std::string("\n  ") + status + "  " + meaning;
+    }
+    app.footer(footer);
     app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
         const bool isUnknown = failed->get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
         std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
@@ -35,7 +42,7 @@ int Run(int argc, char** argv) {
     for (const auto add :
          {Tool::AddParse, Tool::AddExplain, Tool::AddGet, Tool::AddEdit, Tool::AddEscape, Tool::AddUnescape,
           Tool::AddResolve, Tool::AddRelative, Tool::AddRelation, Tool::AddParent, Tool::AddName, Tool::AddQuery,
-          Tool::AddPath, Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings}) {
+          Tool::AddPath, Tool::AddConvert, Tool::AddEncodings, Tool::AddTime, Tool::AddStrings, Tool::AddGenerate}) {
         add(app, status);
     }
     for (CLI::App* command : app.get_subcommands({})) {
