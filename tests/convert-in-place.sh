@@ -35,12 +35,12 @@ says 1 'lum: "'"$work"'/bad", line 2, byte 2: malformed, not utf-8; the file is 
 
 printf '\351' >one
 ln one other
-says 0 'lum: "one" has 1 more names (hard links), which keep the old text' latin1 one
+says 0 'lum: "one" has other names (hard links), which keep the old text' latin1 one
 [ "$(cat one)" = é ] && [ "$(cat other)" = $'\351' ] || fail "hard links"
 says 2 'lum: "./b" has been converted already; give each file once' latin1 b ./b
 says 2 "lum: cannot be converted in place; no regular file: \"$work/folder\"" latin1 folder
 says 2 'lum: cannot open "none": No such file or directory' latin1 none
-says 2 'lum: --in-place: needs files, not standard input (lum --help tells more)' latin1
+says 2 'lum: --in-place: needs files, not standard input (lum convert --help tells more)' latin1
 [ "$(ls -A | tr '\n' ' ')" = 'b bad c folder link one other ' ] || fail "something is left: $(ls -A)"
 
 # Killed at moments that are spread over the whole run, it leaves the old content or the new one.

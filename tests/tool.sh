@@ -116,7 +116,7 @@ expect 0 '{"input":"http://[::1]/","valid":true,"host":"[::1]"}' "$lum" get --js
 expect 0 'h	/a%20b{}' "$lum" parse --format '{host}\t{path:raw}{{}}' 'http://h/a%20b'
 expect 1 $'http://h/\t\n\tbackslash in the path' "$lum" parse --format '{text}\t{reason}' http://h/ 'a\b'
 while IFS='#' read -r form problem; do
-    expect 2 "lum: --format: $problem (lum --help tells more)" "$lum" parse --format "$form" x
+    expect 2 "lum: --format: $problem (lum parse --help tells more)" "$lum" parse --format "$form" x
 done <<'END'
 {hst}#no field "hst"
 {host} }#a lone "}"; write it twice
@@ -138,7 +138,7 @@ END
 expect_lines 0 '{"input":"http://h/?a","valid":true,"text":"http://h/"}' 'http://h/?a' "$lum" edit --json --query ''
 expect 1 '
 lum: "http://h/": the result would not read back as it was set' "$lum" edit --scheme h2 http://h/
-expect 2 'lum: --append: no "=" in "k" (lum --help tells more)' "$lum" edit x --append k
+expect 2 'lum: --append: no "=" in "k" (lum edit --help tells more)' "$lum" edit x --append k
 # What is left of a text for a log: "text>what is printed", with "token" named.
 while IFS='>' read -r text left; do
     expect "$([[ $left == *'\'* ]]; echo $((1 - $?)))" "$left" "$lum" parse --redact-key token --format '{input}' "$text"
@@ -164,8 +164,8 @@ expect 0 'C:\a b' "$lum" path --to win 'file:///C|/a%20b'
 expect_lines 1 '
 /Volumes/Disk/x' 'http://h/\nfile:///Disk/x' "$lum" path --to unix
 expect 0 '{"input":"a:b","text":"file:///a/b"}' "$lum" path --json --from mac a:b
-expect 2 'lum: --to: foo not in {win,unix,mac} (lum --help tells more)' "$lum" path --to foo x
-expect 2 'lum: --set: no "=" in "k" (lum --help tells more)' "$lum" query x --set k
+expect 2 'lum: --to: foo not in {win,unix,mac} (lum path --help tells more)' "$lum" path --to foo x
+expect 2 'lum: --set: no "=" in "k" (lum query --help tells more)' "$lum" query x --set k
 
 convert() { printf "$3" | "$lum" convert --from "$1" --to "$2" | od -An -tx1 | tr -d ' \n'; return "${PIPESTATUS[1]}"; }
 expect 0 61c3a9e282ac convert utf-16be utf-8 '\0a\0\351\040\254'
@@ -187,11 +187,11 @@ auto-bom|stop||
 END
 expect 1 "lum: standard input, byte 4: malformed, not utf-8 $how
 61" convert auto-bom utf-8 '\357\273\277a\377'
-expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum --help tells more)' \
+expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum convert --help tells more)' \
     "$lum" convert --from utf-8 --to $'x\x1b'
-expect 2 'lum: --from: no converter for "x-mac-hebrew", see lum encodings (lum --help tells more)' \
+expect 2 'lum: --from: no converter for "x-mac-hebrew", see lum encodings (lum convert --help tells more)' \
     "$lum" convert --from x-mac-hebrew --to utf-8
-expect 2 'lum: The following argument was not expected: --bogus (lum --help tells more)' "$lum" convert --bogus
+expect 2 'lum: The following argument was not expected: --bogus (lum convert --help tells more)' "$lum" convert --bogus
 expect 2 'lum: cannot open "no/such": No such file or directory' "$lum" convert --from utf-8 --to utf-16 no/such
 expect 2 'lum: cannot open "": No such file or directory' "$lum" convert --from utf-8 --to utf-16 ''
 expect 2 'lum: cannot read "/": Is a directory' "$lum" convert --from utf-8 --to utf-16 /
@@ -219,7 +219,7 @@ us-ascii|ab%E9|path|malformed, not us-ascii
 shift_jis|xy:%82|non-hierarchical|$incomplete
 shift_jis|http://%82@h/|user|$incomplete
 END
-expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum --help tells more)' "$lum" parse --encoding x a
+expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum parse --help tells more)' "$lum" parse --encoding x a
 
 expect 0 '2008-02-29T14:30:45.0500000+02:00
   text              2008-02-29T12:30:45Z
@@ -287,15 +287,15 @@ expect 2 'lum: no string number: "1x"' "$lum" strings "$file" 1 1x
 expect 2 'lum: no file before the numbers; write ./ before a file'"'"'s name that is a number' "$lum" strings 1
 expect 0 '{"number":1003,"found":true,"text":"Save as…"}' "$lum" strings --json "$samples/strings.rsrc" "$file" 1003
 expect 0 2 bash -c "'$lum' strings '$samples/strings.rsrc' '$file' | grep -c 'rsrc\$\|^$file\$'"
-expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum --help tells more)' "$lum" strings "$file" --encoding x
+expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum strings --help tells more)' "$lum" strings "$file" --encoding x
 expect 2 "lum: $0: data or map lie outside the file" "$lum" strings "$0"
 expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set TEXT a b
 
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'
-expect 2 'lum: --to: [x] not in {win,unix,mac} (lum --help tells more)' "$lum" path --to '[x]' a
-expect 2 'lum: COMPONENT is required (lum --help tells more)' "$lum" get
+expect 2 'lum: --to: [x] not in {win,unix,mac} (lum path --help tells more)' "$lum" path --to '[x]' a
+expect 2 'lum: COMPONENT is required (lum get --help tells more)' "$lum" get
 expect 2 'lum: cannot read standard input: Is a directory' bash -c "'$lum' parse < /"
 expect 2 'lum: cannot write standard output: No space left on device' bash -c "'$lum' parse x > /dev/full"
 for arguments in --version --help 'parse --help'; do

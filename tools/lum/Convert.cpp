@@ -161,9 +161,8 @@ int ConvertInPlace(const Options& options, const std::string& file, std::set<std
     if (!done.insert(replacement.File()).second) {
         throw std::runtime_error('"' + Printable(file) + "\" has been converted already; give each file once");
     }
-    if (replacement.OtherNames() > 0) {
-        WriteError('"' + Printable(file) + "\" has " + std::to_string(replacement.OtherNames()) +
-                   " more names (hard links), which keep the old text");
+    if (replacement.HasOtherNames()) {
+        WriteError('"' + Printable(file) + "\" has other names (hard links), which keep the old text");
     }
     Input source(replacement.File());
     const int status = Convert(options, source, [&](std::string_view bytes) { replacement.Write(bytes); });

@@ -26,8 +26,8 @@ public:
 
     /// The path of the file itself.
     [[nodiscard]] const std::string& File() const { return m_File; }
-    /// How many names the file has besides this one. They keep the old content.
-    [[nodiscard]] std::size_t OtherNames() const;
+    /// Whether the file has other names. They keep the old content.
+    [[nodiscard]] bool HasOtherNames() const;
     void Write(std::string_view bytes);
     /// Gives the new content the mode and the owner of the old one, brings it to the disk and puts it in its place.
     /// Refuses to where the file has been changed in the meantime.

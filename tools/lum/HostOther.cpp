@@ -13,7 +13,7 @@ FileReplacement::FileReplacement(const std::string& file) : m_File(file) {
     Fail("cannot be converted in place here:", 0);
 }
 FileReplacement::~FileReplacement() = default;
-std::size_t FileReplacement::OtherNames() const { return 0; }
+bool FileReplacement::HasOtherNames() const { return false; }
 void FileReplacement::Write(std::string_view /*bytes*/) {}
 void FileReplacement::Finish() {}
 void FileReplacement::Fail(const std::string& what, int /*error*/) const {

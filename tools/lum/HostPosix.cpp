@@ -124,7 +124,7 @@ FileReplacement::~FileReplacement() {
     }
 }
 
-std::size_t FileReplacement::OtherNames() const { return m_State->before.st_nlink - 1; }
+bool FileReplacement::HasOtherNames() const { return m_State->before.st_nlink > 1; }
 
 void FileReplacement::Write(std::string_view bytes) {
     while (!bytes.empty()) {

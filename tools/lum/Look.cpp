@@ -35,7 +35,6 @@ std::size_t TableColumns() {
 
 void AddColor(CLI::App& command) {
     command.add_option("--color", "Color tables; auto: on a terminal, where NO_COLOR is not set")
-        ->option_text("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->each(
             [](const std::string& when) { IsColored() = when == "always" || (when == "auto" && IsColoredByItself()); });

@@ -1,9 +1,12 @@
 // lum: the library from the command line. Reads the arguments, runs one subcommand and answers with its exit status.
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -11,14 +14,34 @@
 #include "tools/lum/Arguments.h"
 #include "tools/lum/Commands.h"
 #include "tools/lum/Display.h"
+#include "tools/lum/Host.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Look.h"
 #include "tools/lum/Manual.h"
 
 namespace {
 
+/// Help whose right column, which begins behind `indent` characters, fits the terminal.
+std::string Fitted(const std::string& help, std::size_t indent) {
+    std::string fitted;
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line); fitted += '\n') {
+        std::size_t left = 0;
+        if (const std::size_t gap = line.find("  ", 2); line.starts_with("  ") && gap < indent) {
+            left = line.find_first_not_of(' ', gap);
+        } else if (line.starts_with("  ") && line.size() > indent && line[indent - 1] == ' ') {
+            left = indent;
+        }
+        fitted += line.substr(0, left) + Tool::Indented(std::string_view(line).substr(left), left);
+    }
+    return fitted;
+}
+
 int Run(int argc, char** argv) {
     CLI::App app{"Takes URIs apart and puts them together, and converts texts.", "lum"};
+    const std::size_t columns = Tool::TerminalColumns();
+    const std::size_t helpIndent = columns > 0 && columns < 80 ? 16 : 30;
+    app.get_formatter()->column_width(helpIndent);
     app.set_version_flag("--version", "lum " LUM_VERSION);
     app.require_subcommand(1);
     // Subcommands take the footer over when they are added.
@@ -35,7 +58,9 @@ int Run(int argc, char** argv) {
         if (!isUnknown && !unexpected.empty() && error.get_name() == "RequiredError") {
             what = CLI::ExtrasError(unexpected).what();
         }
-        return "lum: " + Tool::Printable(Tool::WithoutShields(what)) + " (lum --help tells more)\n";
+        const auto commands = failed->get_subcommands();
+        const std::string command = commands.empty() ? "lum" : "lum " + commands.front()->get_name();
+        return "lum: " + Tool::Printable(Tool::WithoutShields(what)) + " (" + command + " --help tells more)\n";
     });
 
     int status = 0;
@@ -50,6 +75,9 @@ int Run(int argc, char** argv) {
     }
     try {
         app.parse(Tool::ShieldedArguments(argc, argv));
+        Tool::FlushOutput();
+    } catch (const CLI::CallForHelp&) {
+        Tool::WriteText(Fitted(app.help(), helpIndent));
         Tool::FlushOutput();
     } catch (const CLI::ParseError& error) {
         const int answer = app.exit(error) == 0 ? EXIT_SUCCESS : 2;

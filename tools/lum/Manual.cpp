@@ -26,7 +26,8 @@ constexpr std::array<Entry, 5> kExamples{{
     {"lum get host <urls.txt | sort | uniq -c", "Count the hosts of a list."},
     {"find . -type f -print0 | lum path --from unix -0 | xargs -0 -n1 echo",
      "Make URIs of file names, whatever they hold."},
-    {"parallel --pipe lum parse --json <urls.txt", "Use every processor for a long list."},
+    {"parallel --pipepart -a urls.txt --block -1 'lum parse --json >urls.{#}.json'",
+     "Use every processor for a long list."},
     {"lum convert --from shift_jis --to utf-8 --in-place *.txt", "Convert files, each as a whole or not at all."},
 }};
 
