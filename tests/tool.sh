@@ -293,6 +293,7 @@ expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set
 
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus
+expect 2 'lum: no subcommand "prase"; did you mean "parse"? (lum --help tells more)' "$lum" prase
 expect 2 'lum: no subcommand "\x1b[2J" (lum --help tells more)' "$lum" $'\x1b[2J'
 expect 2 'lum: --to: [x] not in {win,unix,mac} (lum path --help tells more)' "$lum" path --to '[x]' a
 expect 2 'lum: COMPONENT is required (lum get --help tells more)' "$lum" get

@@ -1,12 +1,15 @@
 // lum: the library from the command line. Reads the arguments, runs one subcommand and answers with its exit status.
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <numeric>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -20,6 +23,33 @@
 #include "tools/lum/Manual.h"
 
 namespace {
+
+/// How many characters have to be put in, taken away or changed to make one word of the other.
+std::size_t Distance(std::string_view a, std::string_view b) {
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), 0U);
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t changed = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = std::exchange(row[j + 1], std::min({row[j] + 1, row[j + 1] + 1, changed}));
+        }
+    }
+    return row.back();
+}
+
+/// What a word that is no subcommand was meant to be, as a question; "" where nothing is close.
+std::string Suggestion(const CLI::App& app, std::string_view word) {
+    constexpr std::size_t mostMistakes = 2;
+    for (std::size_t mistakes = 1; mistakes <= mostMistakes && mistakes < word.size(); ++mistakes) {
+        for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+            if (Distance(word, command->get_name()) <= mistakes) {
+                return "; did you mean \"" + command->get_name() + "\"?";
+            }
+        }
+    }
+    return {};
+}
 
 /// Help whose right column, which begins behind `indent` characters, fits the terminal.
 std::string Fitted(const std::string& help, std::size_t indent) {
@@ -52,7 +82,8 @@ int Run(int argc, char** argv) {
     app.footer(footer);
     app.failure_message([argc, argv](const CLI::App* failed, const CLI::Error& error) {
         const bool isUnknown = failed->get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
-        std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' : error.what();
+        std::string what = isUnknown ? std::string("no subcommand \"") + argv[1] + '"' + Suggestion(*failed, argv[1])
+                                     : std::string(error.what());
         // Of an argument that is missing and one that is wrong, the wrong one was typed.
         const std::vector<std::string> unexpected = failed->remaining(true);
         if (!isUnknown && !unexpected.empty() && error.get_name() == "RequiredError") {
