@@ -35,6 +35,7 @@ std::size_t TableColumns() {
 
 void AddColor(CLI::App& command) {
     command.add_option("--color", "Color tables; auto: on a terminal, where NO_COLOR is not set")
+        ->type_name("TEXT")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->each(
             [](const std::string& when) { IsColored() = when == "always" || (when == "auto" && IsColoredByItself()); });
