@@ -33,7 +33,7 @@ OptionInfo InfoOf(const CLI::Option& option) {
         info.value = (option.get_required() ? name : '[' + name + ']') + (isMany ? "..." : "");
         info.value += option.get_option_text().starts_with("...") ? option.get_option_text().substr(3) : "";
     } else if (option.get_items_expected_min() > 0) {
-        const std::string text = option.get_option_text();
+        const std::string& text = option.get_option_text();
         info.value = text.empty() ? "WORD" : text.substr(0, text.find(" REQUIRED"));
     }
     return info;
