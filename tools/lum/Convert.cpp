@@ -70,7 +70,7 @@ const std::array<Choice, 4>& Choices() {
     return choices;
 }
 
-struct Options {
+struct ConvertOptions {
     std::string from;
     std::string to;
     std::string onError = "stop";
@@ -122,7 +122,7 @@ Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& conv
 bool HasPlainLines(const std::string& encoding) { return Lum::ConvertText("\n", encoding, "utf-8").text == "\n"; }
 
 /// Returns the status of the tool.
-int Convert(const Options& options, Input& source, const Sink& write) {
+int Convert(const ConvertOptions& options, Input& source, const Sink& write) {
     std::array<char, kLongestMark> start;
     std::size_t size = 0;
     Mark mark{"", options.from.c_str()};
@@ -155,7 +155,7 @@ int Convert(const Options& options, Input& source, const Sink& write) {
     return 1;
 }
 
-int ConvertInPlace(const Options& options, const std::string& file, std::set<std::string>& done) {
+int ConvertInPlace(const ConvertOptions& options, const std::string& file, std::set<std::string>& done) {
     FileReplacement replacement(file);
     // Converted twice, it would be another text.
     if (!done.insert(replacement.File()).second) {
@@ -173,7 +173,7 @@ int ConvertInPlace(const Options& options, const std::string& file, std::set<std
 }
 
 /// Each file by itself: one that cannot be converted does not keep the others from it.
-int ConvertAllInPlace(const Options& options) {
+int ConvertAllInPlace(const ConvertOptions& options) {
     int status = 0;
     std::set<std::string> done;
     for (const std::string& file : options.files) {
@@ -188,7 +188,7 @@ int ConvertAllInPlace(const Options& options) {
 }
 
 /// One after the other, up to what cannot be converted.
-int ConvertAll(const Options& options) {
+int ConvertAll(const ConvertOptions& options) {
     for (const std::string& file : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         Input source(file);
         if (const int status = Convert(options, source, WriteText); status != 0) {
@@ -202,7 +202,7 @@ int ConvertAll(const Options& options) {
 
 void AddConvert(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("convert", "Convert a text from one encoding to another");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ConvertOptions>();
     const auto addEncoding = [command](const char* name, std::string& encoding, const char* help) {
         return AddText(*command, name, encoding, help)->required()->option_text("ENC REQUIRED");
     };

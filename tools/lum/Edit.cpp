@@ -47,7 +47,7 @@ constexpr std::array<Setting, 9> kSettings{{
      [](Lum::URI& uri, const std::string& value) { uri.SetNonHierarchical(value); }},
 }};
 
-struct Options {
+struct EditOptions {
     Texts texts;
     Redaction redaction;
     std::array<std::string, kSettings.size()> values;
@@ -57,7 +57,7 @@ struct Options {
     std::vector<std::string> removed;
 };
 
-void Edit(const Options& options, Lum::URI& uri) {
+void Edit(const EditOptions& options, Lum::URI& uri) {
     for (std::size_t i = 0; i < kSettings.size(); ++i) {
         if (!options.given.at(i)->empty()) {
             kSettings.at(i).set(uri, options.values.at(i));
@@ -96,7 +96,7 @@ bool ReadsBack(const ParsedURI& uri) {
 
 void AddEdit(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("edit", "Print each URI with some of its parts changed");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<EditOptions>();
     options->texts.AddTo(*command);
     for (std::size_t i = 0; i < kSettings.size(); ++i) {
         auto* option = AddText(*command, kSettings.at(i).option, options->values.at(i), kSettings.at(i).help);

@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t npos = std::string_view::npos;
 
 /// A text, where its pieces are, and what the URI holds, which is nothing where the text is not valid.
-struct Subject {
+struct Examined {
     std::string_view text;
     Lum::Internal::URIPieces pieces;
     Lum::URIProblemCode problem;
@@ -28,15 +28,15 @@ struct Subject {
 };
 
 bool Has(std::string_view text, std::string_view part) { return text.find(part) != npos; }
-bool IsSpecial(const Subject& s) {
+bool IsSpecial(const Examined& s) {
     constexpr std::array<const char*, 6> schemes{"http", "https", "ws", "wss", "ftp", "file"};
     return std::any_of(schemes.begin(), schemes.end(), [&](const char* scheme) { return s.uri.IsOfType(scheme); });
 }
-bool HasDotSegment(const Subject& s) {
+bool HasDotSegment(const Examined& s) {
     const auto isDots = [](Lum::PathSegment segment) { return segment.text == "." || segment.text == ".."; };
     return Lum::PathView(s.path).FindFrom(0, isDots) != npos;
 }
-bool HasHost(const Subject& s) { return s.uri.IsValidURI() && s.uri.IsHierarchical() && !s.uri.IsRelative(); }
+bool HasHost(const Examined& s) { return s.uri.IsValidURI() && s.uri.IsHierarchical() && !s.uri.IsRelative(); }
 bool HasLonePercent(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdefABCDEF";
     for (std::size_t at = text.find('%'); at != npos; at = text.find('%', at + 1)) {
@@ -59,50 +59,51 @@ bool IsNumberLike(std::string_view host) {
 
 struct Question {
     std::string_view id;
-    bool (*touches)(const Subject& s);
+    bool (*touches)(const Examined& s);
 };
 
 using enum Lum::URIProblemCode;
 
 constexpr std::array<Question, 24> kQuestions{{
-    {"last-question-mark", [](const Subject& s) { return Has(s.pieces.path, "?"); }},
-    {"last-number-sign", [](const Subject& s) { return Has(s.pieces.path, "#") || Has(s.pieces.query, "#"); }},
-    {"backslash", [](const Subject& s) { return s.problem == kBackslashInPath; }},
-    {"backslash-in-authority", [](const Subject& s) { return Has(s.pieces.authority, "\\"); }},
-    {"one-letter-scheme", [](const Subject& s) { return s.problem == kSchemeTooShort && s.pieces.scheme.size() == 1; }},
-    {"scheme-of-letters", [](const Subject& s) { return s.problem == kSchemeNotLetters; }},
-    {"scheme-unknown", [](const Subject& s) { return s.problem == kSchemeUnknown; }},
-    {"no-scheme", [](const Subject& s) { return !s.pieces.hasScheme && s.pieces.path.starts_with("//"); }},
-    {"empty-host", [](const Subject& s) { return HasHost(s) && s.host.empty() && !s.uri.IsOfType("file"); }},
-    {"many-slashes", [](const Subject& s) { return Has(s.text, ":////") && s.pieces.isHierarchical && HasHost(s); }},
-    {"no-slashes", [](const Subject& s) { return !s.uri.IsHierarchical() && IsSpecial(s); }},
-    {"colons-in-host", [](const Subject& s) { return s.host.starts_with('[') && !Has(s.pieces.authority, "["); }},
-    {"port-of-letters", [](const Subject& s) { return s.port.find_first_not_of("0123456789") != npos; }},
-    {"default-port", [](const Subject& s) { return !s.port.empty() && s.port == s.uri.GetDefaultPort(); }},
-    {"dot-segments", [](const Subject& s) { return HasHost(s) && HasDotSegment(s); }},
+    {"last-question-mark", [](const Examined& s) { return Has(s.pieces.path, "?"); }},
+    {"last-number-sign", [](const Examined& s) { return Has(s.pieces.path, "#") || Has(s.pieces.query, "#"); }},
+    {"backslash", [](const Examined& s) { return s.problem == kBackslashInPath; }},
+    {"backslash-in-authority", [](const Examined& s) { return Has(s.pieces.authority, "\\"); }},
+    {"one-letter-scheme",
+     [](const Examined& s) { return s.problem == kSchemeTooShort && s.pieces.scheme.size() == 1; }},
+    {"scheme-of-letters", [](const Examined& s) { return s.problem == kSchemeNotLetters; }},
+    {"scheme-unknown", [](const Examined& s) { return s.problem == kSchemeUnknown; }},
+    {"no-scheme", [](const Examined& s) { return !s.pieces.hasScheme && s.pieces.path.starts_with("//"); }},
+    {"empty-host", [](const Examined& s) { return HasHost(s) && s.host.empty() && !s.uri.IsOfType("file"); }},
+    {"many-slashes", [](const Examined& s) { return Has(s.text, ":////") && s.pieces.isHierarchical && HasHost(s); }},
+    {"no-slashes", [](const Examined& s) { return !s.uri.IsHierarchical() && IsSpecial(s); }},
+    {"colons-in-host", [](const Examined& s) { return s.host.starts_with('[') && !Has(s.pieces.authority, "["); }},
+    {"port-of-letters", [](const Examined& s) { return s.port.find_first_not_of("0123456789") != npos; }},
+    {"default-port", [](const Examined& s) { return !s.port.empty() && s.port == s.uri.GetDefaultPort(); }},
+    {"dot-segments", [](const Examined& s) { return HasHost(s) && HasDotSegment(s); }},
     {"unescaped",
-     [](const Subject& s) {
+     [](const Examined& s) {
          const auto needsEscape = [](char c) { return (c >= 0 && c <= ' ') || c == 0x7F || Has("<>\"{}|^`", {&c, 1}); };
          return std::any_of(s.text.begin(), s.text.end(), needsEscape);
      }},
     {"non-ascii-host",
-     [](const Subject& s) {
+     [](const Examined& s) {
          return std::any_of(s.host.begin(), s.host.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
      }},
-    {"number-host", [](const Subject& s) { return IsNumberLike(s.host); }},
-    {"two-at-signs", [](const Subject& s) { return s.pieces.authority.find('@') != s.pieces.authority.rfind('@'); }},
-    {"lone-percent", [](const Subject& s) { return HasLonePercent(s.text); }},
-    {"drive", [](const Subject& s) { return s.uri.IsOfType("file") && s.path != s.pieces.path; }},
-    {"query-alone", [](const Subject& s) { return s.text.starts_with('?'); }},
+    {"number-host", [](const Examined& s) { return IsNumberLike(s.host); }},
+    {"two-at-signs", [](const Examined& s) { return s.pieces.authority.find('@') != s.pieces.authority.rfind('@'); }},
+    {"lone-percent", [](const Examined& s) { return HasLonePercent(s.text); }},
+    {"drive", [](const Examined& s) { return s.uri.IsOfType("file") && s.path != s.pieces.path; }},
+    {"query-alone", [](const Examined& s) { return s.text.starts_with('?'); }},
     {"dots-behind-root",
-     [](const Subject& s) { return s.uri.IsRelative() && s.path.starts_with('/') && HasDotSegment(s); }},
-    {"base-without-path", [](const Subject& s) { return HasHost(s) && !s.host.empty() && s.path.empty(); }},
+     [](const Examined& s) { return s.uri.IsRelative() && s.path.starts_with('/') && HasDotSegment(s); }},
+    {"base-without-path", [](const Examined& s) { return HasHost(s) && !s.host.empty() && s.path.empty(); }},
 }};
 
 }  // namespace
 
 std::vector<Oddity> OdditiesOf(std::string_view text) {
-    Subject subject{text, Lum::Internal::SplitURI(text), Lum::ExplainURI(text).code, {}, {}, {}, {}};
+    Examined subject{text, Lum::Internal::SplitURI(text), Lum::ExplainURI(text).code, {}, {}, {}, {}};
     if (subject.uri.ParseURI(std::string(text))) {
         const auto components = subject.uri.Components();
         subject.host = components[IndexOfComponent("host")].stored;

@@ -19,7 +19,7 @@
 namespace Tool {
 namespace {
 
-struct Options {
+struct QueryOptions {
     Texts texts;
     bool raw = false;
     std::string key;
@@ -27,7 +27,7 @@ struct Options {
 };
 
 /// The pairs as stored, in their order.
-void ShowRaw(const Options& options, std::string_view text, const Lum::URI& uri) {
+void ShowRaw(const QueryOptions& options, std::string_view text, const Lum::URI& uri) {
     auto list = nlohmann::ordered_json::array();
     for (const Lum::QueryPair pair : Lum::QueryView(uri)) {
         if (options.texts.isJson) {
@@ -41,7 +41,7 @@ void ShowRaw(const Options& options, std::string_view text, const Lum::URI& uri)
     }
 }
 
-void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri) {
+void ShowAll(const QueryOptions& options, std::string_view text, const Lum::URI& uri) {
     if (options.raw) {
         ShowRaw(options, text, uri);
         return;
@@ -62,7 +62,7 @@ void ShowAll(const Options& options, std::string_view text, const Lum::URI& uri)
     }
 }
 
-bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri) {
+bool ShowOne(const QueryOptions& options, std::string_view text, const Lum::URI& uri) {
     std::string value;
     bool isFound = uri.GetQueryValue(options.key, value);
     if (options.raw) {
@@ -79,7 +79,7 @@ bool ShowOne(const Options& options, std::string_view text, const Lum::URI& uri)
     return isFound;
 }
 
-void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
+void SetAndShow(const QueryOptions& options, std::string_view text, Lum::URI& uri) {
     Lum::QueryEdit edit(uri);
     for (const std::string& pair : options.pairs) {
         const std::size_t divider = pair.find('=');
@@ -105,7 +105,7 @@ void SetAndShow(const Options& options, std::string_view text, Lum::URI& uri) {
 
 void AddQuery(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("query", "Show the pairs of a query, get one, or set some");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<QueryOptions>();
     options->texts.AddTo(*command);
     command->add_flag("--raw", options->raw, "Pairs as stored, in their order; --set leaves the others as they are");
     options->texts.AddArguments(*command, "URI", "The URIs");

@@ -27,7 +27,7 @@
 namespace Tool {
 namespace {
 
-struct Options {
+struct StringsOptions {
     bool json = false;
     std::vector<std::string> files;
     std::vector<std::string> numbers;
@@ -77,7 +77,7 @@ std::uint32_t CodeOf(std::string type) {
 }
 
 /// With the file's name at each, where there are several.
-void List(const Options& options, const std::string& name) {
+void List(const StringsOptions& options, const std::string& name) {
     const File file(name, false);
     const bool isOneOfMany = options.files.size() > 1;
     if (isOneOfMany && !options.json) {
@@ -94,7 +94,7 @@ void List(const Options& options, const std::string& name) {
     }
 }
 
-void LookUp(const Options& options, int& status) {
+void LookUp(const StringsOptions& options, int& status) {
     std::deque<File> files;
     for (const std::string& name : options.files) {
         files.emplace_back(name, false);
@@ -123,7 +123,7 @@ void LookUp(const Options& options, int& status) {
     }
 }
 
-void Set(const Options& options) {
+void Set(const StringsOptions& options) {
     const std::string &type = options.set[0], &name = options.set[1], &text = options.set[2];
     const std::uint32_t code = CodeOf(type);
     if (code == kStringList || code == kIndex) {
@@ -152,7 +152,7 @@ bool IsNumber(const std::string& text) {
 
 void AddStrings(CLI::App& app, int& status) {
     auto* command = app.add_subcommand("strings", "Show what is in a resource file, look numbers up, or set a text");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<StringsOptions>();
     command->add_flag("--json", options->json, "Print one JSON object a line");
     AddTexts(*command, "FILE", options->files,
              "The resource files; with numbers behind them, print the strings of these")
