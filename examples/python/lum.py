@@ -3,7 +3,7 @@
 Texts are str, in UTF-8 for the library. Bytes that are not UTF-8 come back as surrogates, as os.fsdecode gives them, and
 go in again unchanged. What fails raises lum.Error, which has the status and its text.
 
-The library is the one that the variable LUM_LIBRARY names, otherwise liblum.so.0.
+The library is the one that the variable LUM_LIBRARY names, otherwise liblum.so.1.
 
 >>> uri = URI("HTTP://Host/a%20b/c.txt?x=1&y=2&x=3")
 >>> uri.host, uri.path, str(uri)
@@ -24,7 +24,7 @@ import datetime
 import enum
 import os
 
-_library = ctypes.CDLL(os.environ.get("LUM_LIBRARY", "liblum.so.0"))
+_library = ctypes.CDLL(os.environ.get("LUM_LIBRARY", "liblum.so.1"))
 _Size, _Text, _Object = ctypes.c_size_t, ctypes.c_char_p, ctypes.c_void_p
 _library.lum_status_text.restype = _Text
 _library.lum_time_now.restype = ctypes.c_int64

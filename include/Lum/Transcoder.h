@@ -183,7 +183,7 @@ public:
 
 private:
     friend class LossyConverter;
-    class Implementation;
+    class LUM_HIDDEN Implementation;
 
     std::size_t BadSize(std::string_view input, ConversionStatus status);
     std::string PassOver(std::size_t size, std::u16string_view replacement);

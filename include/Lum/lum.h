@@ -37,7 +37,7 @@ extern "C" {
 /* ---- Version and status ---------------------------------------------------------------------- */
 
 /** The version of this header: 10000 for each major, 100 for each minor number, 1 for each patch. */
-#define LUM_C_VERSION 100
+#define LUM_C_VERSION 10000
 
 /** The version of the library that runs. A program needs lum_version() >= LUM_C_VERSION, and the same major number. */
 LUM_API int lum_version(void);
