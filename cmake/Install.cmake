@@ -26,11 +26,13 @@ install(FILES ${PROJECT_BINARY_DIR}/LumConfig.cmake ${PROJECT_BINARY_DIR}/LumCon
 
 # Relative, so that the installed tree can be moved.
 file(RELATIVE_PATH prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
-# Who links the static library links what it needs.
-if(BUILD_SHARED_LIBS)
-    set(requires Requires.private)
-else()
-    set(requires Requires)
+# Who links the static library links what it needs. No header of Lum needs these, apart from bridges.
+set(requires)
+if(NOT BUILD_SHARED_LIBS)
+    set(requires "Requires: icu-uc")
+    if(LUM_READS_PLIST)
+        string(APPEND requires ", libplist-2.0")
+    endif()
 endif()
 configure_file(cmake/lum.pc.in lum.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/lum.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

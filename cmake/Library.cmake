@@ -3,16 +3,13 @@ set(LUM_SOURCES
     Mac/FileSystemPaths.cpp
     Mac/TextConverter.cpp
     Mac/TextEncodings.cpp
-    Platform/CoreFoundation/BinaryListCheck.cpp
     Platform/CoreFoundation/CFBase.cpp
     Platform/CoreFoundation/CFBundle.cpp
     Platform/CoreFoundation/CFString.cpp
     Platform/CoreFoundation/CFStringBytes.cpp
     Platform/CoreFoundation/CFURL.cpp
-    Platform/CoreFoundation/PropertyListTable.cpp
     Platform/CoreFoundation/StringTable.cpp
     Platform/CoreFoundation/TextTable.cpp
-    Platform/CoreFoundation/XmlListCheck.cpp
     Platform/Host/DiskFile.cpp
     Platform/Host/Locale.cpp
     Platform/Resources/Handles.cpp
@@ -91,7 +88,26 @@ set(LUM_WIDE_FILES _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 
 include(GNUInstallDirs)
 find_package(ICU REQUIRED COMPONENTS uc data)
-find_library(LUM_LIBPLIST plist-2.0 REQUIRED)
+
+# Tables of strings that are property lists are all that needs libplist.
+set(LUM_WITH_PLIST AUTO CACHE STRING "Read tables of strings that are property lists: ON needs libplist, AUTO takes it where it is")
+set_property(CACHE LUM_WITH_PLIST PROPERTY STRINGS AUTO ON OFF)
+if(LUM_WITH_PLIST)
+    find_path(LUM_LIBPLIST_HEADERS plist/plist.h)
+    find_library(LUM_LIBPLIST plist-2.0)
+endif()
+if(LUM_WITH_PLIST AND LUM_LIBPLIST AND LUM_LIBPLIST_HEADERS)
+    set(LUM_READS_PLIST ON)
+    list(APPEND LUM_SOURCES Platform/CoreFoundation/BinaryListCheck.cpp Platform/CoreFoundation/PropertyListTable.cpp
+         Platform/CoreFoundation/XmlListCheck.cpp)
+else()
+    if(LUM_WITH_PLIST AND NOT LUM_WITH_PLIST STREQUAL AUTO)
+        message(FATAL_ERROR "LUM_WITH_PLIST is ${LUM_WITH_PLIST}, and libplist is not found (Debian's libplist-dev)")
+    endif()
+    set(LUM_READS_PLIST OFF)
+    list(APPEND LUM_SOURCES Platform/CoreFoundation/NoPropertyLists.cpp)
+    message(STATUS "Lum is built without libplist: tables of strings that are property lists are not read, all else is there")
+endif()
 
 # lum_use(<target>): what a library made of these sources asks of its users, and links.
 function(lum_use target)
@@ -100,8 +116,10 @@ function(lum_use target)
         ${target}
         PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>"
         PRIVATE ${PROJECT_SOURCE_DIR})
-    target_link_libraries(
-        ${target} PRIVATE ICU::uc ICU::data "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
+    target_link_libraries(${target} PRIVATE ICU::uc ICU::data)
+    if(LUM_READS_PLIST)
+        target_link_libraries(${target} PRIVATE "$<BUILD_INTERFACE:${LUM_LIBPLIST}>" "$<INSTALL_INTERFACE:plist-2.0>")
+    endif()
 endfunction()
 
 function(lum_add_library target)
