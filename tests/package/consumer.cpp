@@ -1,3 +1,0 @@
-#include <Lum/Lum.h>
-
-int main() { return Lum::URI("HTTP://Host/a") == "http://host/a" ? 0 : 1; }
