@@ -8,7 +8,7 @@ export LC_ALL=C
 failed=0 all=
 # compiles CODE: the code is the body of a function.
 compiles() {
-    printf '#include <Lum/%s.h>\n' PathView QueryView URILiteral | cat - <(echo "using namespace Lum::Literals; void Use() { $1 }") |
+    printf '#include <Lum/%s.h>\n' CString PathView QueryView TimeStamp URILiteral | cat - <(echo "using namespace Lum::Literals; void Use() { $1 }") |
         $compiler 2>&1
 }
 while IFS='|' read -r right wrong reason; do
@@ -26,6 +26,14 @@ const std::string q = "a"; Lum::QueryView v(q); (void)v;|Lum::QueryView v(std::s
 const std::string p = "a"; Lum::PathView v(p); (void)v;|Lum::PathView v(std::string("a")); (void)v;|clang:temporary
 const Lum::URI u("a?b"); Lum::QueryView v(u); (void)v;|Lum::QueryView v(Lum::URI("a?b")); (void)v;|clang:temporary
 const Lum::URI u("a/b"); Lum::PathView v(u); (void)v;|Lum::PathView v(Lum::URI("a/b")); (void)v;|clang:temporary
+CString a, b; b.Format(u"%s", a.GetAsUniCharStr());|CString a, b; b.Format(u"%s", a);|Format takes a CString as text.GetAsUniCharStr()
+const Lum::URI u = {}; if (u == nullptr) { (void)u.IsValidURI(); }|const Lum::URI u = {}; if (u) { return; }|to 'bool'
+const std::string t = Lum::URI("a").ToString(false); (void)t;|const std::string t = Lum::URI("a"); (void)t;|conversion from 'Lum::URI' to
+const std::string t = CString(u"a").ToUTF8(); (void)t;|const std::string t = CString(u"a"); (void)t;|conversion from 'CString' to
+const std::string t; CString s(CString::FromUTF8(t)); (void)s;|const std::string t; CString s(t); (void)s;|no matching
+CString s(u"a"); (void)s;|CString s(L"a"); (void)s;|no matching
+Lum::TimeStamp t(2008, 2, 29, 0, 0, 0, 0); (void)t;|Lum::TimeStamp t(2008, 2, 29); (void)t;|no matching
+Lum::URI u("a"); (void)u.IsValidURI();|Lum::URI u("a"); u.IsValidURI();|ignoring return value
 Lum::QueryEdit e("a"); auto v = e.View(); (void)v;|auto v = Lum::QueryEdit("a").View(); (void)v;|clang:temporary
 END
 output=$(compiles "$all") || { printf 'FAILED: this should compile:\n%s\n' "$output"; failed=1; }

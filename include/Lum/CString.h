@@ -394,8 +394,10 @@ public:
     void FormatV(Lum::UnitPointer format, std::va_list arguments);
     /// A CString among the arguments is refused here, whatever the compiler would make of it.
     template <class Text, class... Arguments>
-    requires(std::same_as<Arguments, CString> || ...) void Format(const Text& format,
-                                                                  const Arguments&... arguments) = delete;
+    requires(std::same_as<Arguments, CString> || ...) void Format(const Text& /*format*/,
+                                                                  const Arguments&... /*arguments*/) {
+        static_assert(sizeof(Text) == 0, "Format takes a CString as text.GetAsUniCharStr()");
+    }
     /// Compatibility: do nothing; applications call them on texts that have to stay as they are.
     void FormatMessage(const unsigned short* format, ...);
     void FormatMessage(const char16_t* format, ...);
