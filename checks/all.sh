@@ -75,6 +75,11 @@ variant() {
     cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=OFF "$@" &&
         cmake --build "$build" --target lum-tests && "$build/tests/lum-tests"
 }
+# variant_of_library NAME CMAKE-ARGUMENT...: the library alone in another build.
+variant_of_library() {
+    cmake -S . -B "build/variants/$1" -G Ninja -DLUM_BUILD_TESTS=OFF -DLUM_BUILD_TOOLS=OFF -DLUM_BUILD_SQL=OFF "${@:2}" &&
+        cmake --build "build/variants/$1"
+}
 valgrind_tests() {
     # The tests count allocations by functions of their own, which valgrind leaves in place by this synonym. It
     # computes long double in 64 bits.
@@ -92,18 +97,27 @@ consumer() {
     done | sort | uniq -c | awk '$1 % 4 != 0 { exit 1 }'
 }
 postgresql() { cmake --preset dev && cmake --build --preset dev && sql/postgresql/test.sh build/dev; }
+stable() { [ -z "$(git tag --list 'v*')" ] || { cmake --preset dev && cmake --build --preset dev --target lum && checks/stable.sh build/dev; }; }
+# Both forms, each used in every way.
+consumers() {
+    variant_of_library static -DBUILD_SHARED_LIBS=OFF && checks/consumer.sh build/variants/static g++ "" &&
+        checks/consumer.sh build/release g++ "" --inside
+}
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 
 check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
 check "g++, optimised: no warning" build release
 check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
+check "layouts and slots are the reviewed ones" checks/layouts.py
+check "the newest tag's programs run with this library" stable
 check "the library is hardened and names no folder" checks/hardening.sh build/release/liblum.so
 check "gdb and lldb show values as text" tests/debuggers.sh build/release g++ ""
 check "files do not depend on the folder they are built in" checks/reproducible.sh
 check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
 check "public headers compile alone" headers
 check "shells and man read what the tool writes for them" tests/completions.sh build/release/tools/lum/lum
+check "Qt, ICU, Boost, abseil, POCO, fmt, json beside Lum" checks/neighbours.sh
 check "examples in README and docs print what they say" checks/snippets.sh build/release
 check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
 check "the oddities are what uriparser and Node.js answer" checks/oddities.py others
@@ -135,6 +149,9 @@ if [ $full = yes ]; then
         "-DCMAKE_CXX_FLAGS=-O1 -fsanitize=implicit-conversion,bounds -fno-sanitize-recover=all -fsanitize-ignorelist=$PWD/checks/integer.txt"
     check "unsigned char, checked containers, filled locals" variant strict \
         "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
+    check "without libplist" variant no-plist -DLUM_WITH_PLIST=OFF
+    check "other projects build against Lum, offline" consumers
+    check "Debian packages: equal twice, installed, removed" checks/packages.sh
     check "PostgreSQL: the extension in a server of its own" postgresql
     check "valgrind: the library's tests" valgrind_tests
     check "deliberate faults are noticed" checks/canaries.sh
