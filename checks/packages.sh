@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# shellcheck disable=SC2046 # lists of words
 # Builds the Debian packages twice, in two folders: both must be the same byte for byte, and lintian must have nothing to
 # say. Then a stranger's machine: a fresh Debian 12 below build/worlds gets them, compiles README's first program, runs
 # the tool and both databases' modules, gets a later version, and loses them; no file may be left.
@@ -15,7 +16,7 @@ for package in "$folder"/one/*.deb; do
     cmp "$package" "$folder/another/deeper/$(basename "$package")" || failed=1
 done
 lintian --fail-on error,warning --no-tag-display-limit "$folder"/one/*.changes || fail "lintian"
-packages=$(cd "$folder/one" && ls ./*.deb | grep -v dbgsym)
+packages=$(cd "$folder/one" && find . -name '*.deb' ! -name '*-dbgsym_*')
 
 if [ "$(id -u)" -ne 0 ]; then
     echo "Not installed anywhere: only root can enter another root."
@@ -45,6 +46,8 @@ for package in $packages; do
 done
 awk '/^```cpp/ { inside = 1; next } /^```/ && inside { exit } inside' README.md >"$work/tmp/first.cpp"
 awk '/^```text/ { inside = 1; next } /^```/ && inside { exit } inside' README.md >"$work/tmp/expected"
+mkdir "$work/tmp/data" && inside chown postgres /tmp/data &&
+    quietly inside runuser -u postgres -- /usr/lib/postgresql/15/bin/initdb -N -D /tmp/data -E UTF8 || exit 1
 files >"$folder/before"
 
 # The installed packages do what they are for.
@@ -52,14 +55,14 @@ try() {
     quietly inside g++ -std=c++20 -Wall -Wextra -Werror /tmp/first.cpp -o /tmp/first $(inside pkg-config --cflags --libs lum) &&
         inside /tmp/first | diff "$work/tmp/expected" - || fail "README's first program, $1"
     [ "$(inside lum get host HTTP://Host/a)" = host ] || fail "the tool, $1"
-    [ "$(inside sqlite3 :memory: ".load lum/lum_sqlite" "SELECT lum_host('HTTP://Host/a')" 2>&1)" = host ] ||
-        [ "$(inside sqlite3 :memory: ".load /usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/lum/lum_sqlite" "SELECT lum_host('HTTP://Host/a')")" = host ] || fail "SQLite, $1"
-    # Its tables need only be found; sql/postgresql/test.sh runs them.
-    inside find /usr/share/postgresql/15/extension -name 'lum*' | grep -q control && ! inside ldd /usr/lib/postgresql/15/lib/lum.so | grep 'not found' || fail "PostgreSQL, $1"
+    [ "$(inside sqlite3 -cmd ".load /usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/lum/lum_sqlite" :memory: "SELECT lum_host('HTTP://Host/a')")" = host ] ||
+        fail "SQLite, $1"
+    printf '%s\n' 'CREATE EXTENSION IF NOT EXISTS lum' "SELECT lum_host('HTTP://Host/a')" |
+        inside runuser -u postgres -- /usr/lib/postgresql/15/bin/postgres --single -D /tmp/data postgres 2>&1 | grep -q 'lum_host = "host"' || fail "PostgreSQL, $1"
 }
 quietly inside dpkg -i $(printf ' /tmp/%s' $packages) && try "installed"
 [ ! -e "$work/usr/share/man/man1/lum.1.gz" ] || inside man lum >/dev/null || fail "the manual page"
 quietly inside dpkg -i $(cd "$work" && ls tmp/next-*.deb) && try "upgraded"
 quietly inside dpkg --purge lum-sqlite postgresql-15-lum lum-tools liblum-dev liblum1
-files | diff "$folder/before" - || fail "these are left, or missing"
+files | diff "$folder/before" - || fail "these are left behind, or missing"
 exit $failed
