@@ -6,18 +6,20 @@
 set -u -o pipefail
 export LC_ALL=C
 file=debian/liblum1.symbols
-listed() { sed -nE 's/^ \(c\+\+\)"(.*)@Base" .*/\1/p' $file | sort -u; }
-list=$(nm -D --defined-only "$1" | cut -c20- | grep -vE '^_Z(T[ISV])?N?K?(St|9__gnu_cxx)|^_Z9sprintf_sILm' | c++filt | sort -u) || exit 1
+foreign='_ZZ?(T[ISV])?N?K?(St|9__gnu_cxx)|_Z9sprintf_sILm'
+# As that file has them: names of C as they are, those of C++ in words.
+list=$(nm -D --defined-only "$1" | cut -c20- | grep -vE "^($foreign)" |
+    sed -E 's/^(_Z.*)/(c++)"\1@Base"/; /^_?[A-Za-z]/s/$/@Base/' | c++filt | sort -u) || exit 1
 if [ "${2-}" = --accept ]; then
     version=$(sed -nE 's/^project\(Lum VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
     known=$(<$file)
     {
         echo 'liblum.so.1 liblum1 #MINVER#'
         # What the compiler leaves of templates is no promise.
-        echo ' (optional=templinst|regex)"^_Z(T[ISV])?N?K?(St|9__gnu_cxx|9sprintf_sILm).*@Base$" 1.0.0'
+        echo " (optional=templinst|regex)\"^($foreign).*@Base\$\" 1.0.0"
         while IFS= read -r name; do
-            grep -F " (c++)\"$name@Base\" " <<<"$known" || echo " (c++)\"$name@Base\" $version"
+            grep -F " $name " <<<"$known" || echo " $name $version"
         done <<<"$list"
     } >$file
 fi
-diff -u <(listed) <(echo "$list")
+diff -u <(tail -n +3 $file | sed -E 's/^ //; s/ [0-9.]+$//') <(echo "$list")
