@@ -4,7 +4,7 @@
 namespace Lum::Internal::CoreFoundation {
 namespace {
 
-constexpr const char* kProblem = "a property list, which this build of the library does not read";
+constexpr const char* kProblem = "a property list, which this build does not read";
 
 }  // namespace
 

@@ -50,9 +50,7 @@ std::string Xml(const std::string& content) {
 }
 
 /// False for property lists where the library was built without them.
-bool IsRead(const std::string& bytes) {
-    return LUM_READS_PLIST != 0 || (!bytes.starts_with('<') && !bytes.starts_with("bplist"));
-}
+bool IsRead(std::string_view b) { return LUM_READS_PLIST != 0 || (!b.starts_with('<') && !b.starts_with("bplist")); }
 
 class Bundle : public testing::Test {
 protected:
@@ -128,12 +126,9 @@ TEST_F(Bundle, ReadsEveryForm) {
         {Binary("\x01\x02\x03\x03", {"\x51j", "\x51k", "\x51s"}), "s", "binary, a string used twice"},
     };
     for (const auto& [bytes, expected, why] : rows) {
-        if (!IsRead(bytes)) {
-            continue;
-        }
         Write("Localizable.strings", bytes);
-        EXPECT_EQ(LookUp("k"), expected) << why;
-        EXPECT_EQ(Lum::Platform::ExplainStringTable(""), "") << why;
+        EXPECT_EQ(LookUp("k"), IsRead(bytes) ? expected : "(none)") << why;
+        EXPECT_EQ(Lum::Platform::ExplainStringTable("").empty(), IsRead(bytes)) << why;
     }
 }
 
@@ -188,8 +183,7 @@ TEST_F(Bundle, TellsWhyATableIsAbsent) {
         {Binary("\1\1\1\1", {large}), "the property list refers to its strings too often"},
     };
     for (const auto& [bytes, why] : rows) {
-        const std::string problem =
-            IsRead(bytes) ? why : "a property list, which this build of the library does not read";
+        const std::string problem = IsRead(bytes) ? why : "a property list, which this build does not read";
         Write("Localizable.strings", bytes);
         EXPECT_EQ(LookUp("k"), "(none)") << problem;
         const std::string folder = m_Folder.Path().string();
