@@ -47,7 +47,7 @@ if command -v meson >/dev/null && [[ $flags != *sanitize* ]]; then
     prints_what_it_should meson "$work/meson/consumer"
 fi
 
-for shared in ON OFF; do
+for shared in ON ${inside:+OFF}; do
     for fetch in ON OFF; do
         added=$work/added-$shared-$fetch
         configure -B "$added" -DLUM_SOURCE="$source" -DLUM_FETCH=$fetch -DBUILD_SHARED_LIBS=$shared -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
