@@ -15,9 +15,9 @@ trap 'rm -rf "$work"' EXIT
 strict="-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wundef -Werror"
 
 quietly() { "$@" >"$work/log" 2>&1 || { cat "$work/log"; echo "FAILED: $*"; exit 1; }; }
-# configure ARGUMENT...: a parent project that hears nothing of the library but what it asks for.
+# configure PROJECT ARGUMENT...: a parent project that hears nothing of the library but what it asks for.
 configure() {
-    quietly cmake -G Ninja -S "$consumer" -DCMAKE_CXX_COMPILER="$compiler" "$@"
+    quietly cmake -G Ninja -S "$@" -DCMAKE_CXX_COMPILER="$compiler"
     ! grep -i 'warning' "$work/log" || { cat "$work/log"; exit 1; }
 }
 # prints_what_it_should NAME COMMAND...
@@ -31,9 +31,16 @@ prefix=$work/moved/prefix
 ! grep -rIlF -e "$work/first" -e "$source" "$prefix" --include='*.cmake' --include='*.pc' || { echo "FAILED: these name a folder"; exit 1; }
 libraries=$(dirname "$(find "$prefix" -name 'liblum.*' ! -name '*.py' | head -1)")
 
-configure -B "$work/found" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="$flags $strict"
+configure "$consumer" -B "$work/found" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_FLAGS="$flags $strict"
 quietly cmake --build "$work/found"
 prints_what_it_should find_package "$work/found/consumer"
+
+# The programs for whole tasks, each with its test: not for every build that the consumer is for.
+if [ -z "$flags" ]; then
+    configure "$source/examples/apps" -B "$work/apps" -DCMAKE_PREFIX_PATH="$prefix"
+    quietly cmake --build "$work/apps"
+    quietly ctest --test-dir "$work/apps" --no-tests=error
+fi
 
 export PKG_CONFIG_PATH=$libraries/pkgconfig LD_LIBRARY_PATH=$libraries:${LD_LIBRARY_PATH-}
 for way in "" --static; do
@@ -50,7 +57,7 @@ fi
 for shared in ON ${inside:+OFF}; do
     for fetch in ON OFF; do
         added=$work/added-$shared-$fetch
-        configure -B "$added" -DLUM_SOURCE="$source" -DLUM_FETCH=$fetch -DBUILD_SHARED_LIBS=$shared -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+        configure "$consumer" -B "$added" -DLUM_SOURCE="$source" -DLUM_FETCH=$fetch -DBUILD_SHARED_LIBS=$shared -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
         [ "$(ctest --test-dir "$added" -N | grep -c 'Test *#')" = 1 ] || { echo "FAILED: the parent project gets tests"; exit 1; }
         ! grep -rlE 'liblum|include/Lum' "$added" --include=cmake_install.cmake || { echo "FAILED: the parent project installs Lum"; exit 1; }
         ! cmake --build "$added" --target help | grep -E '^lum[-_]' || { echo "FAILED: the parent project gets other targets"; exit 1; }
