@@ -53,7 +53,7 @@ expect 0 '[a,b]
 expect 0 '%5Bx%20y%5D' "$lum" escape '[x y]'
 
 expect_lines 1 'http://h/b
-unknown:
+
 lum: standard input, line 2: not valid: backslash in the path (lum explain says what to do)' 'b\na\\b' "$lum" resolve http://h/a
 expect 0 '{"base":"http://h/a","reference":"b","valid":true,"text":"http://h/b"}' "$lum" resolve --json http://h/a b
 expect 0 b "$lum" relative --ignore-case http://h/A/b http://h/a/c
@@ -282,6 +282,14 @@ expect 2 'lum: more than a text: "STR#"' "$lum" strings "$file" --set STR# a b
 expect 2 'lum: a type has four characters, not "TEXTS"' "$lum" strings "$file" --set TEXTS a b
 expect 2 'lum: a text of this type has at most 255 bytes, all of them in the encoding' \
     "$lum" strings "$file" --set STR a "$(printf %0256d 0)"
+for row in 'TEXT|n|日本|the encoding has no room for all of the text; type "utxt" has' $'TEXT|n|a\xff|not UTF-8: "a\\xff"' \
+    "TEXT|$(printf %0255d 0)|a|a name has at most 254 bytes in the encoding: \"$(printf %0255d 0)\""; do
+    IFS='|' read -r type name text problem <<<"$row"
+    expect 2 "lum: $problem" "$lum" strings "$file" --encoding utf-8 --set "$type" "$name" "$text"
+done
+expect 2 "lum: \"$file\" is the output as well; --in-place replaces a file" \
+    bash -c "'$lum' convert --from utf-8 --to utf-8 '$file' >>'$file'"
+expect 0 'http://h/' "$lum" edit --fragment= 'http://h/#x'
 expect 2 'lum: 1x: no file that can be opened' "$lum" strings 1x
 expect 2 'lum: no string number: "1x"' "$lum" strings "$file" 1 1x
 expect 2 'lum: no file before the numbers; write ./ before a file'"'"'s name that is a number' "$lum" strings 1

@@ -246,6 +246,7 @@ public:
     /// Sets the path. Of a "file" path of four or more bytes whose third is "|", the first three are
     /// stored as they are, for a drive as in "/C|/x". Nothing else is asked of them: "%4|/x" is stored so
     /// and reads as the byte 0x04 and "/x", whereas "%4|" alone is escaped and reads as it was set.
+    /// No "/" is put before it: behind a host, a path without one prints as part of the host's name.
     /// A scheme "unknown" becomes empty, so that a URI built from nothing is a relative reference.
     void SetPath(StringProxy path);
     /// Sets the query, escaping it only if `escape` is true.

@@ -1,6 +1,7 @@
 // Puts the shield on and takes it off.
 #include "tools/lum/Arguments.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -25,13 +26,27 @@ CLI::Option* WithoutShield(CLI::Option* option) {
 
 std::vector<std::string> ShieldedArguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments;
-    for (int i = argc - 1; i > 0; --i) {
-        std::string argument = argv[i];
+    const auto add = [&arguments](std::string argument) {
         if (argument.starts_with('[') || argument.starts_with(kShield)) {
             argument.insert(0, 1, kShield);
         }
         arguments.push_back(std::move(argument));
+    };
+    bool areOptions = true;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        areOptions = areOptions && argument != "--";
+        const std::size_t equals = areOptions && argument.starts_with("--") ? argument.find('=') : std::string::npos;
+        const std::string value = equals == std::string::npos ? "" : argument.substr(equals + 1);
+        // CLI11 would take the next argument for a value that is empty.
+        if (equals != std::string::npos && (value.empty() || value.starts_with('['))) {
+            add(argument.substr(0, equals));
+            add(value);
+        } else {
+            add(argument);
+        }
     }
+    std::reverse(arguments.begin(), arguments.end());
     return arguments;
 }
 

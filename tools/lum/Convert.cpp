@@ -191,6 +191,9 @@ int ConvertAllInPlace(const ConvertOptions& options) {
 int ConvertAll(const ConvertOptions& options) {
     for (const std::string& file : options.files.empty() ? std::vector<std::string>{"-"} : options.files) {
         Input source(file);
+        if (source.IsOutput()) {
+            throw std::runtime_error(source.Name() + " is the output as well; --in-place replaces a file");
+        }
         if (const int status = Convert(options, source, WriteText); status != 0) {
             return status;
         }

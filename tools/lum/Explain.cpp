@@ -38,8 +38,9 @@ std::string Explained(std::string_view text, const Lum::URIProblem& problem, con
     std::string lines;
     const ProblemText& words = TextOf(problem.code);
     if (problem.code == Lum::URIProblemCode::kValid) {
-        lines = Subject(text) +
-                Row("valid", oddities.empty() ? "read alike by Lum, RFC 3986 and browsers, as far as is known" : "");
+        lines =
+            Subject(text) +
+            Row("valid", oddities.empty() ? "none of the known differences from RFC 3986 and browsers is in it" : "");
     } else {
         lines = Marked(text, problem.offset, problem.length) + Row("not valid", words.what) + Row("rule", words.rule) +
                 Row("what to do", words.advice);

@@ -13,9 +13,12 @@ namespace Tool {
 /// where there is no limit.
 std::size_t TerminalColumns();
 
+/// Whether both are one file on the disk, so that what is read would be what is written.
+bool IsSameFile(int descriptor, int other);
+
 /// The new content of a file. It is written beside the file and takes its place as a whole, so that there is the old
-/// content or the new one at any moment, whatever ends the program. Every operation throws std::runtime_error with the
-/// file's name where it fails, and the file is then as it was.
+/// content or the new one at any moment, whatever ends the program. Of several at a time one gets the file. Every
+/// operation throws std::runtime_error with the file's name where it fails, and the file is then as it was.
 class FileReplacement {
 public:
     /// Of a regular file, or of the one that a symbolic link leads to.

@@ -7,6 +7,8 @@ namespace Tool {
 
 std::size_t TerminalColumns() { return 0; }
 
+bool IsSameFile(int /*descriptor*/, int /*other*/) { return false; }
+
 struct FileReplacement::State {};
 
 FileReplacement::FileReplacement(const std::string& file) : m_File(file) {

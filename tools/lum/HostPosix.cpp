@@ -13,6 +13,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -84,9 +85,28 @@ std::size_t TerminalColumns() {
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
+bool IsSameFile(int descriptor, int other) {
+    struct stat a {
+    }, b{};
+    return fstat(descriptor, &a) == 0 && fstat(other, &b) == 0 && S_ISREG(a.st_mode) && a.st_dev == b.st_dev &&
+           a.st_ino == b.st_ino;
+}
+
 struct FileReplacement::State {
-    struct stat before;
-    int descriptor;
+    State() = default;
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+    ~State() {
+        for (const int open : {locked, descriptor}) {
+            if (open >= 0) {
+                close(open);
+            }
+        }
+    }
+
+    struct stat before {};
+    int locked = -1;      ///< The old content, which other runs of the tool leave alone meanwhile.
+    int descriptor = -1;  ///< The new content.
 };
 
 FileReplacement::FileReplacement(const std::string& file) : m_File(file) {
@@ -101,6 +121,16 @@ FileReplacement::FileReplacement(const std::string& file) : m_File(file) {
     }
     if (!S_ISREG(state->before.st_mode)) {
         Fail("cannot be converted in place; no regular file:", 0);
+    }
+    // Some file systems have no locks.
+    state->locked = open(m_File.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (state->locked >= 0 && flock(state->locked, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        Fail("converted by another run at this moment:", 0);
+    }
+    struct stat now {};
+    if (state->locked >= 0 && (fstat(state->locked, &now) != 0 || now.st_ino != state->before.st_ino ||
+                               stat(m_File.c_str(), &now) != 0 || now.st_ino != state->before.st_ino)) {
+        Fail("another program has changed", 0);
     }
     // In the same folder, since a file moves as a whole only within a file system.
     m_Beside = m_File.substr(0, m_File.rfind('/') + 1) + ".lum-XXXXXX";
@@ -118,9 +148,6 @@ FileReplacement::~FileReplacement() {
     if (!m_Beside.empty()) {
         Unfinished() = nullptr;
         unlink(m_Beside.c_str());
-    }
-    if (m_State != nullptr) {
-        close(m_State->descriptor);
     }
 }
 

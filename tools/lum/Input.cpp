@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "tools/lum/Display.h"
+#include "tools/lum/Host.h"
 
 namespace Tool {
 
@@ -25,6 +26,7 @@ Input::Input(const std::string& file)
 Input::~Input() { close(m_Descriptor); }
 
 bool Input::IsTerminal() const { return isatty(m_Descriptor) != 0; }
+bool Input::IsOutput() const { return IsSameFile(m_Descriptor, STDOUT_FILENO); }
 
 std::size_t Input::Read(std::span<char> block) {
     for (;;) {

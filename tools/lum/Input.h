@@ -19,6 +19,8 @@ public:
     ~Input();
 
     [[nodiscard]] bool IsTerminal() const;
+    /// Whether what is read is the file that standard output goes to: it would never end.
+    [[nodiscard]] bool IsOutput() const;
     /// "standard input", or the file's name in quotes.
     [[nodiscard]] const std::string& Name() const { return m_Name; }
     /// How many bytes came, which may be fewer than the block has room for; 0 at the end.

@@ -24,7 +24,7 @@ constexpr std::array<Entry, 3> kEnvironment{{
 constexpr std::array<Entry, 5> kExamples{{
     {"lum parse 'ftp://me@example.org/a%20b'", "Show what is in a URI."},
     {"lum get host <urls.txt | sort | uniq -c", "Count the hosts of a list."},
-    {"find . -type f -print0 | lum path --from unix -0 | xargs -0 -n1 echo",
+    {"find \"$PWD\" -type f -print0 | lum path --from unix -0 | xargs -0 -n1 echo",
      "Make URIs of file names, whatever they hold."},
     {"parallel --pipepart -a urls.txt --block -1 'lum parse --json >urls.{#}.json'",
      "Use every processor for a long list."},
@@ -104,15 +104,16 @@ std::string Described(const CommandInfo& command, const std::vector<CommandInfo>
 
 std::string ManualPage(const CLI::App& app) {
     const std::vector<CommandInfo> commands = SubcommandsOf(app);
-    std::string page = ".TH LUM 1 \"\" \"lum " LUM_VERSION "\" \"User Commands\"\n.SH NAME\nlum \\- " +
-                       Roff("take URIs apart and put them together, and convert texts") + "\n.SH SYNOPSIS\n" +
-                       Bold("lum") + ' ' + Italic("SUBCOMMAND") + " [" + Italic("OPTIONS") + "] [" +
-                       Italic("ARGUMENTS") + "]\n.SH DESCRIPTION\n" + Roff(app.get_description()) + '\n' +
-                       Roff(
-                           "A subcommand that takes texts as arguments reads the lines of standard input where it is "
-                           "given none, and answers each before it waits for the next. What a terminal would act on is "
-                           "shown as \\xNN. Put \"--\" before a text that begins with \"-\".") +
-                       "\n.SH OPTIONS\nEvery subcommand takes these.\n";
+    std::string page =
+        ".TH LUM 1 \"\" \"lum " LUM_VERSION "\" \"User Commands\"\n.SH NAME\nlum \\- " +
+        Roff("take URIs apart and put them together, and convert texts") + "\n.SH SYNOPSIS\n" + Bold("lum") + ' ' +
+        Italic("SUBCOMMAND") + " [" + Italic("OPTIONS") + "] [" + Italic("ARGUMENTS") + "]\n.SH DESCRIPTION\n" +
+        Roff(app.get_description()) + '\n' +
+        Roff(
+            "A subcommand that takes texts as arguments reads the lines of standard input where it is "
+            "given none, and answers each before it waits for the next. In tables, what a terminal would "
+            "act on is shown as \\xNN. Put \"--\" before a text that begins with \"-\".") +
+        "\n.SH OPTIONS\nEvery subcommand takes these.\n";
     for (const OptionInfo& option : commands.front().options) {
         page += IsCommon(option, commands) ? Described(option) : "";
     }

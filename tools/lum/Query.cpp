@@ -97,7 +97,7 @@ void SetAndShow(const QueryOptions& options, std::string_view text, Lum::URI& ur
     if (options.texts.isJson) {
         WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {"text", uri.ToString(false)}});
     } else {
-        options.texts.Write(uri.ToString(false));
+        options.texts.Write(uri.IsValidURI() ? uri.ToString(false) : std::string());
     }
 }
 

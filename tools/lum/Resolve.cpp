@@ -39,7 +39,7 @@ void AddResolve(CLI::App& app, int& status) {
                            {"valid", uri.IsValidURI()},
                            {"text", uri.ToString(false)}});
             } else {
-                options->texts.Write(uri.ToString(false));
+                options->texts.Write(uri.IsValidURI() ? uri.ToString(false) : std::string());
             }
         });
     });

@@ -1,5 +1,6 @@
 // lum strings: what is in a resource file, strings by number, and a named resource set.
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <deque>
@@ -123,6 +124,36 @@ void LookUp(const StringsOptions& options, int& status) {
     }
 }
 
+/// Throws where the text is not UTF-8.
+CString Units(const std::string& text) {
+    const auto units = Lum::ConvertTextToUTF16(text, "utf-8");
+    if (units.status != Lum::ConversionStatus::kDone) {
+        throw std::runtime_error("not UTF-8: \"" + Printable(text) + '"');
+    }
+    return CString(units.text);
+}
+
+/// Throws where a resource of the text, or a name, would have less than all of it: it has to be in the encoding, and
+/// has at most two bytes for each UTF-16 unit, a name 254 in all.
+void CheckStored(const CString& text, const CString& name, bool isUnicode) {
+    char** handle = nullptr;
+    CString back;
+    if (!isUnicode) {
+        text.UnloadString(&handle);
+        back.LoadString(handle);
+        DisposeHandle(handle);
+    }
+    if (!isUnicode && back != text) {
+        throw std::runtime_error("the encoding has no room for all of the text; type \"utxt\" has");
+    }
+    std::array<unsigned char, 256> pascal{};
+    name.ToMac(pascal.data(), static_cast<long>(pascal.size()));
+    back.FromMac(pascal.data());
+    if (back != name) {
+        throw std::runtime_error("a name has at most 254 bytes in the encoding: \"" + Printable(name.ToUTF8()) + '"');
+    }
+}
+
 void Set(const StringsOptions& options) {
     const std::string &type = options.set[0], &name = options.set[1], &text = options.set[2];
     const std::uint32_t code = CodeOf(type);
@@ -132,13 +163,11 @@ void Set(const StringsOptions& options) {
     if (options.files.size() > 1) {
         throw std::runtime_error("--set takes one file");
     }
+    const CString value = Units(text), named = Units(name);
+    const bool isUnicode = code == kSingleString || code == kUnicodeText;
+    CheckStored(value, named, isUnicode);
     const File file(options.files.front(), true);
-    const CString value = CString::FromUTF8(text);
-    if (code == kSingleString) {
-        PascalAsUnits(value).UnloadString(code, CString::FromUTF8(name), true);
-    } else {
-        value.UnloadString(code, CString::FromUTF8(name), code == kUnicodeText);
-    }
+    (code == kSingleString ? PascalAsUnits(value) : value).UnloadString(code, named, isUnicode);
     file.Update();
 }
 
