@@ -1,6 +1,7 @@
 // The functions that only have another C runtime's names.
 #include <Lum/RuntimeNames.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -35,7 +36,7 @@ const unsigned short* _mbsstr(const unsigned short* text, Lum::UnitPointer part,
 
 void inflateAsciiToLPTSTR(const char* bytes, unsigned short* units, int count) {
     // From the end, so that no byte is overwritten before it is read where both begin at one place.
-    for (int i = count - 1; i >= 0 && bytes != nullptr && units != nullptr; --i) {
+    for (int i = std::max(count, 0) - 1; i >= 0 && bytes != nullptr && units != nullptr; --i) {
         units[i] = static_cast<unsigned short>(static_cast<signed char>(bytes[i]));  // NOLINT: as documented
     }
 }
