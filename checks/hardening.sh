@@ -15,6 +15,7 @@ for file; do
     # What _FORTIFY_SOURCE calls.
     imports=$(nm -D --undefined-only "$file")
     grep -qE '__[a-z]+printf_chk' <<<"$imports" || fail "$file" "calls of the C library are not checked"
+    grep -q '__stack_chk_fail' <<<"$imports" || fail "$file" "the stack is not protected"
     grep -qaF "$PWD/" "$file" && ! grep -qF "$PWD/" <<<"$dynamic" && fail "$file" "names the folder $PWD"
 done
 exit $failed

@@ -10,4 +10,8 @@ function(lum_harden target)
         target_compile_options(
             ${target} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
     endif()
+    # Of functions with buffers: 1 to 3 % of the instructions of short calls. A distribution may ask for more.
+    if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize|-f(no-)?stack-protector")
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-fstack-protector>)
+    endif()
 endfunction()
