@@ -231,7 +231,7 @@ expect 0 '2008-02-29T14:30:45.0500000+02:00
   minute            30
   second            45
   fraction          500000' "$lum" time 2008-02-29T14:30:45.0500000+02:00
-expect 0 '{"input":"-1","valid":true,"text":"1601-01-01T00:00:00Z","ticks":-1,"year":1601,"month":1,"day":1,"hour":0,"minute":0,"second":0,"fraction":4294967295}' \
+expect 0 '{"input":"-1","valid":true,"text":"1601-01-01T00:00:00Z","ticks":-1,"year":1601,"month":1,"day":1,"hour":0,"minute":0,"second":0,"fraction":-1}' \
     "$lum" time --json --ticks -- -1
 while IFS='#' read -r reason times; do
     for time in $times; do
@@ -298,6 +298,7 @@ expect 0 2 bash -c "'$lum' strings '$samples/strings.rsrc' '$file' | grep -c 'rs
 expect 2 'lum: --encoding: no encoding "x", see lum encodings (lum strings --help tells more)' "$lum" strings "$file" --encoding x
 expect 2 "lum: $0: data or map lie outside the file" "$lum" strings "$0"
 expect 2 "lum: /none/x: no file that can be opened" "$lum" strings /none/x --set TEXT a b
+expect 2 "lum: /none: no folder" "$lum" strings "$file" 1003 --bundle /none
 
 expect 2 'lum: A subcommand is required (lum --help tells more)' "$lum"
 expect 2 'lum: no subcommand "bogus" (lum --help tells more)' "$lum" bogus

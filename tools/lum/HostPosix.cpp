@@ -23,7 +23,7 @@
 namespace Tool {
 namespace {
 
-constexpr std::array<int, 3> kEndings{SIGHUP, SIGINT, SIGTERM};
+constexpr std::array<int, 7> kEndings{SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE, SIGXCPU, SIGXFSZ};
 
 /// What an interrupted program leaves nothing of. Only a kill that cannot be caught leaves it.
 std::atomic<const char*>& Unfinished() {

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -101,6 +102,9 @@ void LookUp(const StringsOptions& options, int& status) {
         files.emplace_back(name, false);
     }
     if (!options.bundle.empty()) {
+        if (!std::filesystem::is_directory(options.bundle)) {
+            throw std::runtime_error(Printable(options.bundle) + ": no folder");
+        }
         Lum::Platform::SetMainBundle(options.bundle);
     }
     for (const std::string& table : options.tables) {

@@ -175,7 +175,7 @@ std::array<Field, 7> Fields(Lum::TimeStamp time) {
              {"hour", hour},
              {"minute", minute},
              {"second", second},
-             {"fraction", fraction}}};
+             {"fraction", static_cast<int>(fraction)}}};  // below 0 in front of 1601, as the others
 }
 
 void ShowAsJson(std::string_view input, const Reading& reading) {
