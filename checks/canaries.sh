@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails where a deliberate fault of checks/canaries/ goes unnoticed. Each patch is applied to a copy of the tree, which
-# is built with sanitizers. Its second line names what has to notice it: some of the library's tests, or sixty seconds
-# of a property under libFuzzer. Prints a line a fault.
+# is built with sanitizers. Its second line names what has to notice it: some of the library's tests ("threads": under
+# the thread sanitizer), or sixty seconds of a property under libFuzzer. Prints a line a fault.
 # Usage: canaries.sh [NAME...], from the root
 set -u -o pipefail
 export LC_ALL=C
@@ -16,17 +16,20 @@ done
 (cd "$tree" && find . -path ./build -prune -o -type f -print) | sed 's/^..//' | while read -r file; do
     [ -f "$file" ] || rm "$tree/$file"
 done
-(cd "$tree" && cmake --preset asan -DLUM_BUILD_TOOLS=OFF -DLUM_INSTALL=OFF -DLUM_BUILD_EXAMPLES=OFF) >build/canaries/log 2>&1 ||
-    { cat build/canaries/log; exit 1; }
+for preset in asan tsan; do
+    (cd "$tree" && cmake --preset $preset -DLUM_BUILD_TOOLS=OFF -DLUM_INSTALL=OFF -DLUM_BUILD_EXAMPLES=OFF) >build/canaries/log 2>&1 ||
+        { cat build/canaries/log; exit 1; }
+done
 
 # notices SECONDS KIND WHAT: 0 if the tests or the property fail, 1 if they hold, 2 if the tree does not build.
 notices() {
-    local seconds=$1 kind=$2 what=$3 target=lum-tests
+    local seconds=$1 kind=$2 what=$3 target=lum-tests preset=asan
     [ "$kind" != property ] || target=fuzz-$what
-    cmake --build "$tree/build/asan" --target "$target" >build/canaries/log 2>&1 || return 2
+    [ "$kind" != threads ] || preset=tsan
+    cmake --build "$tree/build/$preset" --target "$target" >build/canaries/log 2>&1 || return 2
     if [ "$kind" != property ]; then
         # From the build's folder: the tests find their data from there.
-        (cd "$tree/build/asan" && timeout 300 tests/lum-tests --gtest_brief=1 --gtest_fail_fast --gtest_filter="$what") \
+        (cd "$tree/build/$preset" && timeout 300 tests/lum-tests --gtest_brief=1 --gtest_fail_fast --gtest_filter="$what") \
             >build/canaries/log 2>&1 && return 1
     else
         rm -rf "$corpus"
