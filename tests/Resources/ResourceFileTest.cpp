@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include <bit>
 #include <csignal>
@@ -109,6 +110,8 @@ TEST_F(ResourceFile, MakesAFileWhereNoneIs) {
     EXPECT_EQ(Open("none", false), -1);
     EXPECT_EQ(Open("no/folder", true), -1);
     EXPECT_EQ(OpenResourceFile(m_Folder.Path(), true), -1);
+    ASSERT_EQ(mkfifo((m_Folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(Open("pipe", false), -1) << "nobody waits for its writer";
 }
 
 TEST_F(ResourceFile, RefusesFilesThatDoNotHoldTogether) {
