@@ -47,7 +47,7 @@ std::optional<std::uint64_t> Input::CountLineFeeds(std::uint64_t size) {
     std::uint64_t count = 0;
     std::array<char, 65536> block;
     for (std::size_t got = 1; size > 0 && got > 0; size -= got) {
-        got = Read(std::span(block).first(std::min<std::uint64_t>(block.size(), size)));
+        got = Read(std::span(block).first(static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), size))));
         count += static_cast<std::uint64_t>(std::count(block.begin(), block.begin() + got, '\n'));
     }
     return count;
