@@ -26,7 +26,7 @@ inline const char16_t* _mbsstr(const char16_t* text, Lum::UnitPointer part, int 
 }
 
 /// Widens `count` bytes to as many units, without a terminator; both may lie in the same buffer. A byte
-/// is taken as signed: 0xE9 becomes 0xFFE9.
+/// is taken as signed: 0xE9 becomes 0xFFE9. Nothing is written for a count below 1 or a null pointer.
 LUM_API void inflateAsciiToLPTSTR(const char* bytes, unsigned short* units, int count);
 inline void inflateAsciiToLPTSTR(const char* bytes, char16_t* units, int count) {
     inflateAsciiToLPTSTR(bytes, Lum::AsUnits(units), count);
