@@ -61,7 +61,7 @@ expect 1 '' "$lum" relative http://h/a ftp://h/
 expect 1 '{"target":"http://h/a","base":"b","possible":false,"text":""}' "$lum" relative --json http://h/a b
 expect 1 '' "$lum" relative 'a\b' 'c\d'
 expect 1 'none 0' "$lum" relation 'a\b' 'a\b'
-expect 0 '{"a":"a","b":"b","relation":"none","code":0}' "$lum" relation --json a b
+expect 0 '{"a":"a","b":"b","valid":true,"relation":"none","code":0}' "$lum" relation --json a b
 expect 1 '{"a":"a","b":"b","valid":false,"text":""}' "$lum" parent --json a b
 expect_lines 0 '{"input":"/x/","valid":true,"filename":"","extension":"","lastComponent":"x","directory":true}' \
     '/x/' "$lum" name --json
@@ -163,7 +163,7 @@ expect_lines 0 '{"input":"http://u@h/","valid":true,"text":"http://u@h/"}' 'http
 expect 0 'C:\a b' "$lum" path --to win 'file:///C|/a%20b'
 expect_lines 1 '
 /Volumes/Disk/x' 'http://h/\nfile:///Disk/x' "$lum" path --to unix
-expect 0 '{"input":"a:b","text":"file:///a/b"}' "$lum" path --json --from mac a:b
+expect 0 '{"input":"a:b","valid":true,"text":"file:///a/b"}' "$lum" path --json --from mac a:b
 expect 2 'lum: --to: foo not in {win,unix,mac} (lum path --help tells more)' "$lum" path --to foo x
 expect 2 'lum: --set: no "=" in "k" (lum query --help tells more)' "$lum" query x --set k
 
@@ -171,21 +171,22 @@ convert() { printf "$3" | "$lum" convert --from "$1" --to "$2" | od -An -tx1 | t
 expect 0 61c3a9e282ac convert utf-16be utf-8 '\0a\0\351\040\254'
 expect 0 1b2442253d1b284278 convert shift_jis iso-2022-jp '\203\\x'
 how='(--on-error says how to go on)'
-expect 1 "lum: standard input, byte 3: unmappable, not in latin1 $how
-61e9" convert utf-8 latin1 'a\303\251\342\202\254z'
-expect 1 "lum: standard input, byte 1: malformed, not utf-8 $how
+expect 1 "lum: standard input, line 2, byte 3: unmappable, not in latin1 $how
+0ae9" convert utf-8 latin1 '\n\303\251\342\202\254z'
+expect 1 "lum: standard input, line 1, byte 1: malformed, not utf-8 $how
 0061" convert utf-8 utf-16be 'a\377'
-expect 1 "lum: standard input, byte 1: incomplete, utf-8 ends within a character $how
+expect 1 "lum: standard input, line 1, byte 1: incomplete, utf-8 ends within a character $how
 61" convert utf-8 latin1 'a\342\202'
 lossy() { printf "$3" | "$lum" convert --from "$1" --to utf-8 --on-error "$2"; }
 while IFS='|' read -r from what bytes expected; do expect 0 "$expected" lossy "$from" "$what" "$bytes"; done <<'END'
 utf-8|skip|a\377b\342\202|ab
 auto-bom|hex|\376\377\0a\330\0|a\xD8\x00
 auto-bom|hex|\377\376a\0b|a\x62
+auto-bom|hex|\377\376\0\0a\0\0\0b|a\x62
 auto-bom|hex|\357\273|\xEF\xBB
 auto-bom|stop||
 END
-expect 1 "lum: standard input, byte 4: malformed, not utf-8 $how
+expect 1 "lum: standard input, line 1, byte 4: malformed, not utf-8 $how
 61" convert auto-bom utf-8 '\357\273\277a\377'
 expect 2 'lum: --to: no encoding "x\x1b", see lum encodings (lum convert --help tells more)' \
     "$lum" convert --from utf-8 --to $'x\x1b'
@@ -290,6 +291,10 @@ done
 expect 2 "lum: \"$file\" is the output as well; --in-place replaces a file" \
     bash -c "'$lum' convert --from utf-8 --to utf-8 '$file' >>'$file'"
 expect 0 'http://h/' "$lum" edit --fragment= 'http://h/#x'
+# Several at a time lose nothing of each other.
+for i in 1 2 3 4 5 6; do "$lum" strings "$file-new" --set TEXT "$i" x & done
+wait
+expect 0 6 bash -c "'$lum' strings --json '$file-new' | wc -l"
 expect 2 'lum: 1x: no file that can be opened' "$lum" strings 1x
 expect 2 'lum: no string number: "1x"' "$lum" strings "$file" 1 1x
 expect 2 'lum: no file before the numbers; write ./ before a file'"'"'s name that is a number' "$lum" strings 1

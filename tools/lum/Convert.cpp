@@ -38,10 +38,14 @@ struct Mark {
     std::string_view bytes;
     const char* encoding;
 };
-/// The last one is for texts without a mark.
-constexpr std::array<Mark, 4> kMarks{
-    {{"\xEF\xBB\xBF", "utf-8"}, {"\xFE\xFF", "utf-16be"}, {"\xFF\xFE", "utf-16le"}, {"", "utf-8"}}};
-constexpr std::size_t kLongestMark = 3;
+/// The first that fits holds: a mark of UTF-32 begins with one of UTF-16, and the last is for texts without a mark.
+constexpr std::array<Mark, 6> kMarks{{{"\xEF\xBB\xBF", "utf-8"},
+                                      {{"\x00\x00\xFE\xFF", 4}, "utf-32be"},
+                                      {{"\xFF\xFE\x00\x00", 4}, "utf-32le"},
+                                      {"\xFE\xFF", "utf-16be"},
+                                      {"\xFF\xFE", "utf-16le"},
+                                      {"", "utf-8"}}};
+constexpr std::size_t kLongestMark = 4;
 
 /// What stands in the place of a bad element; nothing where the conversion ends.
 using Replacement = std::optional<std::u16string>;
@@ -81,6 +85,7 @@ struct ConvertOptions {
 struct Failure {
     Lum::ConversionStatus status = Lum::ConversionStatus::kDone;
     std::uint64_t offset = 0;
+    std::uint64_t lineFeeds = 0;  ///< Before the offset, where the input can be read only once.
 };
 
 using Block = std::array<char, 65536>;
@@ -96,6 +101,8 @@ Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& conv
     std::array<char, 131072> output;  // In most encodings, no text is more than twice as long as in another.
     std::string_view held = start;    // what has not been converted yet
     std::uint64_t offset = 0;
+    std::uint64_t lineFeeds = 0;
+    const bool countsLines = !source.CanBeReadAgain();
     for (;;) {
         // What was not converted comes first in the next block.
         std::memmove(input.data(), held.data(), held.size());
@@ -106,13 +113,16 @@ Failure Convert(std::string_view start, Input& source, Lum::LossyConverter& conv
             const Lum::ConversionResult result =
                 got == 0 ? converter.Finish(held, output) : converter.Convert(held, output);
             write({output.data(), result.written});
+            if (countsLines) {
+                lineFeeds += CountLineFeeds(held.substr(0, result.read));
+            }
             held.remove_prefix(result.read);
             offset += result.read;
             progress.Advance(result.read);
             status = result.status;
         }
         if (got == 0 || (status != ConversionStatus::kDone && status != ConversionStatus::kIncomplete)) {
-            return {status, offset};
+            return {status, offset, lineFeeds};
         }
         FlushOutput();
     }
@@ -147,8 +157,9 @@ int Convert(const ConvertOptions& options, Input& source, const Sink& write) {
     FlushOutput();
     const std::uint64_t offset = mark.bytes.size() + failure.offset;
     std::string where = source.Name();
-    if (const auto before = HasPlainLines(mark.encoding) ? source.CountLineFeeds(offset) : std::nullopt) {
-        where += ", line " + std::to_string(*before + 1);
+    if (HasPlainLines(mark.encoding)) {
+        const std::uint64_t before = source.CanBeReadAgain() ? source.CountLineFeedsAgain(offset) : failure.lineFeeds;
+        where += ", line " + std::to_string(before + 1);
     }
     WriteError(where + ", byte " + std::to_string(offset) + ": " + Printable(what) +
                (options.isInPlace ? "; the file is as it was" : "") + " (--on-error says how to go on)");

@@ -16,6 +16,18 @@ std::size_t TerminalColumns();
 /// Whether both are one file on the disk, so that what is read would be what is written.
 bool IsSameFile(int descriptor, int other);
 
+/// Holds what several runs of the tool must not do at once in the folder of a file; each waits for the one before.
+class FolderLock {
+public:
+    explicit FolderLock(const std::string& file);
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+    ~FolderLock();
+
+private:
+    int m_Folder = -1;
+};
+
 /// The new content of a file. It is written beside the file and takes its place as a whole, so that there is the old
 /// content or the new one at any moment, whatever ends the program. Of several at a time one gets the file. Every
 /// operation throws std::runtime_error with the file's name where it fails, and the file is then as it was.

@@ -9,6 +9,9 @@ std::size_t TerminalColumns() { return 0; }
 
 bool IsSameFile(int /*descriptor*/, int /*other*/) { return false; }
 
+FolderLock::FolderLock(const std::string& /*file*/) {}
+FolderLock::~FolderLock() = default;
+
 struct FileReplacement::State {};
 
 FileReplacement::FileReplacement(const std::string& file) : m_File(file) {

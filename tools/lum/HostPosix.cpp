@@ -8,8 +8,10 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -90,6 +92,21 @@ bool IsSameFile(int descriptor, int other) {
     }, b{};
     return fstat(descriptor, &a) == 0 && fstat(other, &b) == 0 && S_ISREG(a.st_mode) && a.st_dev == b.st_dev &&
            a.st_ino == b.st_ino;
+}
+
+FolderLock::FolderLock(const std::string& file) {
+    std::error_code none;
+    const auto folder = std::filesystem::weakly_canonical(file, none).parent_path();
+    m_Folder = open(folder.c_str(), O_RDONLY | O_CLOEXEC);
+    // Some file systems have no locks.
+    while (m_Folder >= 0 && flock(m_Folder, LOCK_EX) != 0 && errno == EINTR) {
+    }
+}
+
+FolderLock::~FolderLock() {
+    if (m_Folder >= 0) {
+        close(m_Folder);
+    }
 }
 
 struct FileReplacement::State {

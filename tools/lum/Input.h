@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace Tool {
 
@@ -25,15 +25,19 @@ public:
     [[nodiscard]] const std::string& Name() const { return m_Name; }
     /// How many bytes came, which may be fewer than the block has room for; 0 at the end.
     std::size_t Read(std::span<char> block);
-    /// How many line feeds are among the first `size` bytes that were read; nothing where the input cannot be read
-    /// twice. Reading goes on behind them.
-    std::optional<std::uint64_t> CountLineFeeds(std::uint64_t size);
+    /// Not so for a pipe or a terminal.
+    [[nodiscard]] bool CanBeReadAgain() const { return m_Start >= 0; }
+    /// How many line feeds are among the first `size` bytes that were read. Reading goes on behind them.
+    std::uint64_t CountLineFeedsAgain(std::uint64_t size);
 
 private:
     [[noreturn]] void Fail(const char* what) const;
 
     const std::string m_Name;
     const int m_Descriptor;
+    const std::int64_t m_Start;  ///< The first byte's place in the file, or -1.
 };
+
+[[nodiscard]] std::uint64_t CountLineFeeds(std::string_view text);
 
 }  // namespace Tool

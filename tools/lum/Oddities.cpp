@@ -64,7 +64,7 @@ struct Question {
 
 using enum Lum::URIProblemCode;
 
-constexpr std::array<Question, 24> kQuestions{{
+constexpr std::array<Question, 25> kQuestions{{
     {"last-question-mark", [](const Examined& s) { return Has(s.pieces.path, "?"); }},
     {"last-number-sign", [](const Examined& s) { return Has(s.pieces.path, "#") || Has(s.pieces.query, "#"); }},
     {"backslash", [](const Examined& s) { return s.problem == kBackslashInPath; }},
@@ -98,6 +98,7 @@ constexpr std::array<Question, 24> kQuestions{{
     {"dots-behind-root",
      [](const Examined& s) { return s.uri.IsRelative() && s.path.starts_with('/') && HasDotSegment(s); }},
     {"base-without-path", [](const Examined& s) { return HasHost(s) && !s.host.empty() && s.path.empty(); }},
+    {"escaped-slash", [](const Examined& s) { return Has(s.path, "%2F") || Has(s.path, "%2f"); }},
 }};
 
 }  // namespace

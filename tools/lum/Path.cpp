@@ -49,18 +49,19 @@ void AddPath(CLI::App& app, int& status) {
     options->texts.AddArguments(*command, "TEXT", "URIs or paths");
     command->callback([options, &status] {
         options->texts.ForEach([&](std::string_view text) {
+            const bool isToPath = options->from.empty();
+            Lum::URI uri;
             std::string result;
-            if (options->from.empty()) {
-                const Lum::URI uri{Lum::URI::StringProxy(text)};
+            if (isToPath) {
+                uri = Lum::URI(Lum::URI::StringProxy(text));
                 result = (uri.*StyleNamed(options->to).to)();
                 status |= result.empty() ? 1 : 0;
             } else {
-                Lum::URI uri;
                 (uri.*StyleNamed(options->from).from)(text);
                 result = uri.ToString(false);
             }
             if (options->texts.isJson) {
-                WriteJson({{"input", text}, {options->from.empty() ? "path" : "text", result}});
+                WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {isToPath ? "path" : "text", result}});
             } else {
                 options->texts.Write(result);
             }

@@ -72,7 +72,8 @@ bool ShowOne(const QueryOptions& options, std::string_view text, const Lum::URI&
         value = pairs[index].value;
     }
     if (options.texts.isJson) {
-        WriteJson({{"input", text}, {"key", options.key}, {"found", isFound}, {"value", value}});
+        WriteJson(
+            {{"input", text}, {"valid", uri.IsValidURI()}, {"key", options.key}, {"found", isFound}, {"value", value}});
     } else {
         options.texts.Write(value);
     }

@@ -48,7 +48,11 @@ void AddRelation(CLI::App& app, int& status) {
         status = a.IsValidURI() && b.IsValidURI() ? 0 : 1;
         const int relation = status == 0 ? a.GetRelation(b, !options->ignoreCase) : Lum::kRelationNone;
         if (options->form.isJson) {
-            WriteJson({{"a", options->a}, {"b", options->b}, {"relation", WordFor(relation)}, {"code", relation}});
+            WriteJson({{"a", options->a},
+                       {"b", options->b},
+                       {"valid", status == 0},
+                       {"relation", WordFor(relation)},
+                       {"code", relation}});
         } else {
             options->form.Write(std::string(WordFor(relation)) + ' ' + std::to_string(relation));
         }

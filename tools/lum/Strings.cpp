@@ -21,6 +21,7 @@
 #include "tools/lum/Commands.h"
 #include "tools/lum/Conversion.h"
 #include "tools/lum/Display.h"
+#include "tools/lum/Host.h"
 #include "tools/lum/Lines.h"
 #include "tools/lum/Look.h"
 #include "tools/lum/Output.h"
@@ -170,6 +171,7 @@ void Set(const StringsOptions& options) {
     const CString value = Units(text), named = Units(name);
     const bool isUnicode = code == kSingleString || code == kUnicodeText;
     CheckStored(value, named, isUnicode);
+    const FolderLock alone(options.files.front());
     const File file(options.files.front(), true);
     (code == kSingleString ? PascalAsUnits(value) : value).UnloadString(code, named, isUnicode);
     file.Update();
