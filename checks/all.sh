@@ -3,23 +3,25 @@
 # Usage: all.sh [--full] [WORD]: only the checks whose names contain the word; --full adds those that take long
 set -u -o pipefail
 export LC_ALL=C
-failed=0
+# Checks that run beside each other say here that they failed.
+failed=$(mktemp) && trap 'rm -f "$failed"' EXIT
 full=no
 [ "${1:-}" != --full ] || { full=yes; shift; }
 only=${1:-}
 sources() { git ls-files -co --exclude-standard -- '*.h' '*.cpp'; }
 [ -n "$(sources)" ] || { echo "FAIL  no sources: not a git checkout?"; exit 1; }
 
-# check NAME COMMAND...: prints the command's output only if it fails.
+# check NAME COMMAND...: prints the command's output only if it fails, its lines that begin with "figure:" always.
 check() {
-    local name=$1 output start=$SECONDS
+    local name=$1 output figures start=$SECONDS
     shift
     [[ $name == *"$only"* ]] || return
     if output=$("$@" 2>&1); then
-        printf 'OK    %-58s %3d s\n' "$name" $((SECONDS - start))
+        figures=$(sed -n 's/^figure: /      /p' <<<"$output")
+        printf 'OK    %-58s %3d s%s\n' "$name" $((SECONDS - start)) "${figures:+$'\n'$figures}"
     else
         printf 'FAIL  %s\n%s\n' "$name" "$output"
-        failed=1
+        echo "$name" >>"$failed"
     fi
 }
 
@@ -105,59 +107,74 @@ consumers() {
 }
 samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 
+# What takes long runs in two lanes beside each other, since half of it has work for one processor only. A build folder
+# belongs to one lane.
 check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
 check "g++, optimised: no warning" build release
-check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
-check "layouts and slots are the reviewed ones" checks/layouts.py
-check "the newest tag's programs run with this library" stable
-check "the library is hardened and names no folder" checks/hardening.sh build/release/liblum.so
-check "gdb and lldb show values as text" tests/debuggers.sh build/release g++ ""
-check "files do not depend on the folder they are built in" checks/reproducible.sh
-check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
-check "public headers compile alone" headers
-check "shells and man read what the tool writes for them" tests/completions.sh build/release/tools/lum/lum
-check "Qt, ICU, Boost, abseil, POCO, fmt, json beside Lum" checks/neighbours.sh
-check "examples in README and docs print what they say" checks/snippets.sh build/release
-check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
-check "the oddities are what uriparser and Node.js answer" checks/oddities.py others
-check "every file has a licence" reuse lint
-check "the licence is the same in both places" cmp LICENSE LICENSES/MIT.txt
-check "the sample files are what their script writes" samples
-check "no case needs more instructions than are committed" ./dev bench --counts
-check "clang++, address and undefined sanitizers: all tests" build_and_test asan
-check "clang++, thread sanitizer: what several threads do" threads
-check "fuzz properties, two seconds each" ./dev fuzz all 2
-check "clang-tidy" tidy
-check "the site builds; every public name has an example" docs/site.sh
-check "libraries for 32 bits are unpacked" checks/libraries32.sh
-check "32 bits, g++: all tests" build_and_test m32
-check "clang++ with libc++, 32 bits: no warning" libcxx
-check "older processors, emulated: tests of the fast ways" processors
-check "s390x, big-endian, emulated: the library's tests" checks/worlds.sh --library s390x
+{
+    check "no case needs more instructions than are committed" ./dev bench --counts
+    check "only the reviewed symbols are exported" checks/exports.sh build/release/liblum.so
+    check "layouts and slots are the reviewed ones" checks/layouts.py
+    check "the newest tag's programs run with this library" stable
+    check "the library is hardened and names no folder" checks/hardening.sh build/release/liblum.so
+    check "gdb and lldb show values as text" tests/debuggers.sh build/release g++ ""
+    check "files do not depend on the folder they are built in" checks/reproducible.sh
+    check "a static library defines only the reviewed names outside Lum" checks/symbols.sh build/release/CMakeFiles/lum.dir
+    check "public headers compile alone" headers
+    check "shells and man read what the tool writes for them" tests/completions.sh build/release/tools/lum/lum
+    check "Qt, ICU, Boost, abseil, POCO, fmt, json beside Lum" checks/neighbours.sh
+    check "examples in README and docs print what they say" checks/snippets.sh build/release
+    check "the drawings show what the project says of itself" docs/drawings.py build/release/tools/lum/lum --check
+    check "the oddities are what uriparser and Node.js answer" checks/oddities.py others
+    check "every file has a licence" reuse lint
+    check "the licence is the same in both places" cmp LICENSE LICENSES/MIT.txt
+    check "the sample files are what their script writes" samples
+    check "the site builds; every public name has an example" docs/site.sh
+    check "libraries for 32 bits are unpacked" checks/libraries32.sh
+    check "32 bits, g++: all tests" build_and_test m32
+    check "clang++ with libc++, 32 bits: no warning" libcxx
+    check "older processors, emulated: tests of the fast ways" processors
+    check "s390x, big-endian, emulated: the library's tests" checks/worlds.sh --library s390x
+} &
+{
+    check "clang++, address and undefined sanitizers: all tests" build_and_test asan
+    check "fuzz properties, two seconds each" ./dev fuzz all 2
+    check "clang-tidy" tidy
+    check "clang++, thread sanitizer: what several threads do" threads
+} &
+wait
 if [ $full = yes ]; then
+    {
+        LUM_HUGE_TEXTS=1 LUM_EXITS=1000 check "link-time optimisation; texts of 2^31 units; 1,000 exits while threads convert" \
+            variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto
+        # Its warnings of values that are not set, and of assignments that a using declaration brings in, are wrong.
+        check "g++-11, C++23" variant g++-11 -DCMAKE_CXX_COMPILER=g++-11 -DCMAKE_CXX_STANDARD=23 \
+            "-DCMAKE_CXX_FLAGS=-Wno-maybe-uninitialized -Wno-deprecated-copy"
+        # Unsigned numbers wrap where that is meant.
+        check "clang++, no implicit conversion changes a number" variant integer -DCMAKE_CXX_COMPILER=clang++-14 \
+            "-DCMAKE_CXX_FLAGS=-O1 -fsanitize=implicit-conversion,bounds -fno-sanitize-recover=all -fsanitize-ignorelist=$PWD/checks/integer.txt"
+        check "unsigned char, checked containers, filled locals" variant strict \
+            "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
+        check "without libplist" variant no-plist -DLUM_WITH_PLIST=OFF
+        check "Debian packages: equal twice, installed, removed" checks/packages.sh
+        check "other projects build against Lum, offline" consumers
+        check "PostgreSQL: the extension in a server of its own" postgresql
+        check "without exceptions and run-time types" consumer
+        check "cppcheck" checks/cppcheck.sh
+    } &
+    {
+        check "valgrind: the library's tests" valgrind_tests
+        check "deliberate faults are noticed" checks/canaries.sh
+        check "lines and branches that tests execute" checks/coverage.sh
+        check "two builds of the library are equal" checks/reproducible.sh --all
+        check "the newest libc++: no warning" newest_libcxx
+        LUM_HUGE_TEXTS=1 check "32 bits: the longest texts" build/m32/tests/lum-tests --gtest_filter='Limits*'
+    } &
+    wait
     check "other machines, emulated: all tests, the tool's output" checks/worlds.sh
-    check "the newest libc++: no warning" newest_libcxx
-    check "without exceptions and run-time types" consumer
-    # Its warnings of values that are not set, and of assignments that a using declaration brings in, are wrong.
-    check "g++-11, C++23" variant g++-11 -DCMAKE_CXX_COMPILER=g++-11 -DCMAKE_CXX_STANDARD=23 \
-        "-DCMAKE_CXX_FLAGS=-Wno-maybe-uninitialized -Wno-deprecated-copy"
-    LUM_HUGE_TEXTS=1 LUM_EXITS=1000 check "link-time optimisation; texts of 2^31 units; 1,000 exits while threads convert" \
-        variant lto -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS=-flto=auto
-    # Unsigned numbers wrap where that is meant.
-    check "clang++, no implicit conversion changes a number" variant integer -DCMAKE_CXX_COMPILER=clang++-14 \
-        "-DCMAKE_CXX_FLAGS=-O1 -fsanitize=implicit-conversion,bounds -fno-sanitize-recover=all -fsanitize-ignorelist=$PWD/checks/integer.txt"
-    check "unsigned char, checked containers, filled locals" variant strict \
-        "-DCMAKE_CXX_FLAGS=-funsigned-char -D_GLIBCXX_DEBUG -ftrivial-auto-var-init=pattern"
-    check "without libplist" variant no-plist -DLUM_WITH_PLIST=OFF
-    check "other projects build against Lum, offline" consumers
-    check "Debian packages: equal twice, installed, removed" checks/packages.sh
-    check "PostgreSQL: the extension in a server of its own" postgresql
-    check "valgrind: the library's tests" valgrind_tests
-    check "deliberate faults are noticed" checks/canaries.sh
-    check "lines and branches that tests execute" checks/coverage.sh
-    check "cppcheck" checks/cppcheck.sh
-    check "two builds of the library are equal" checks/reproducible.sh --all
-    LUM_HUGE_TEXTS=1 check "32 bits: the longest texts" build/m32/tests/lum-tests --gtest_filter='Limits*'
 fi
-exit $failed
+if [ -s "$failed" ]; then
+    echo "FAILED: $(paste -s -d ';' "$failed")"
+    exit 1
+fi

@@ -57,6 +57,8 @@ class Tree:
             if not os.path.exists(target) or open(target, "rb").read() != open(file, "rb").read():
                 os.makedirs(os.path.dirname(target), exist_ok=True)
                 shutil.copy(file, target)
+
+    def make(self):
         self.must("cmake", "-S", self.root, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
                   "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -w", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DLUM_INSTALL=OFF",
                   "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=gold", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=gold")
@@ -67,6 +69,7 @@ class Tree:
         self.programs = [[c[0], "400", *c[2:]] if "/property-" in c[0] else c for c in self.programs]
         if self.failing("nothing"):
             raise SystemExit("the tests fail without a change: " + str(self.failing("nothing")))
+        return self
 
     def must(self, *command):
         done = self.run(command, 3600)
@@ -144,10 +147,13 @@ def main():
         mutants = [m for p in places for m in p if f"{m[0]}:{m[1] + 1}" in options.at]
     else:
         choice = random.Random(options.seed)
-        mutants = [choice.choice(p) for p in choice.sample(places, min(options.count, len(places)))]
+        # Sorted: a file that changes twice in a row is compiled twice and not three times.
+        mutants = sorted(choice.choice(p) for p in choice.sample(places, min(options.count, len(places))))
     trees = queue.Queue()
-    for job in range(options.jobs):
-        trees.put(Tree(f"build/mutants/{job}/tree"))
+    copies = [Tree(f"build/mutants/{job}/tree") for job in range(options.jobs)]
+    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        for tree in pool.map(Tree.make, copies):
+            trees.put(tree)
 
     def judge(mutant):
         tree = trees.get()

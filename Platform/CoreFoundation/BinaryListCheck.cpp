@@ -23,9 +23,9 @@ constexpr std::uint64_t kTextForFree = 0x10000;
 
 enum Kind : unsigned { kNumber = 0x1, kAscii = 0x5, kUtf16 = 0x6, kDictionary = 0xD };
 
-class Checker {
+class BinaryListChecker {
 public:
-    explicit Checker(std::string_view bytes) : m_Bytes(bytes) {}
+    explicit BinaryListChecker(std::string_view bytes) : m_Bytes(bytes) {}
 
     const char* Check() {
         if (m_Bytes.size() < kMagicSize + kTrailerSize + 1 || !m_Bytes.starts_with("bplist00")) {
@@ -124,6 +124,6 @@ private:
 
 }  // namespace
 
-const char* CheckBinaryList(std::string_view bytes) { return Checker(bytes).Check(); }
+const char* CheckBinaryList(std::string_view bytes) { return BinaryListChecker(bytes).Check(); }
 
 }  // namespace Lum::Internal::CoreFoundation

@@ -21,9 +21,9 @@ using TextConversion::OwnedConverter;
 using Bytes = std::span<const unsigned char>;
 
 /// A buffer for a text whose length is not known yet. Short texts need no block on the heap.
-class Units {
+class UnitBuffer {
 public:
-    explicit Units(std::size_t expected) {
+    explicit UnitBuffer(std::size_t expected) {
         if (expected > m_Capacity) {
             Grow(expected);
         }
@@ -61,7 +61,7 @@ CFStringRef CreateFromBytes(Bytes bytes, CFStringEncoding encoding) {
     if (!converter) {
         return nullptr;
     }
-    Units units(bytes.size());
+    UnitBuffer units(bytes.size());
     // In nearly all encodings a byte becomes at most one unit. In the others the buffer grows.
     while (true) {
         TextConversion::Step step = converter.Convert(bytes, units.Spare());

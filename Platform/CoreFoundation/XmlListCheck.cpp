@@ -13,9 +13,9 @@ constexpr std::string_view kBlanks = " \t\r\n";
 /// The most bytes that libplist may move because of entities, which takes some milliseconds.
 constexpr std::size_t kMostMoves = 1 << 28;
 
-class Checker {
+class XmlListChecker {
 public:
-    explicit Checker(std::string_view text) : m_Text(text), m_Rest(text) {}
+    explicit XmlListChecker(std::string_view text) : m_Text(text), m_Rest(text) {}
 
     std::string Check() {
         if (m_Text.find('\0') != std::string_view::npos) {
@@ -159,6 +159,6 @@ private:
 
 }  // namespace
 
-std::string CheckXmlList(std::string_view bytes) { return Checker(bytes).Check(); }
+std::string CheckXmlList(std::string_view bytes) { return XmlListChecker(bytes).Check(); }
 
 }  // namespace Lum::Internal::CoreFoundation

@@ -28,13 +28,13 @@ bool Overlap(const Part& a, const Part& b) {
 std::size_t ReadCount(std::string_view bytes, std::size_t offset) { return (Read16(bytes, offset) + 1) & 0xFFFF; }
 
 /// The two lists of a map, which lie inside it.
-struct Lists {
+struct ListPlaces {
     std::size_t types = 0, names = 0, typeCount = 0;
 
     [[nodiscard]] std::size_t TypeAt(std::size_t index) const { return types + 2 + kTypeSize * index; }
 };
 
-const char* ReadLists(std::string_view map, Lists& lists) {
+const char* ReadLists(std::string_view map, ListPlaces& lists) {
     if (map.size() < kMapHeaderSize + 2) {
         return "the map is too short";
     }
@@ -51,7 +51,7 @@ const char* ReadLists(std::string_view map, Lists& lists) {
 }
 
 /// Counts the references, none of which is outside the map.
-const char* CountReferences(std::string_view map, const Lists& lists, std::size_t& references) {
+const char* CountReferences(std::string_view map, const ListPlaces& lists, std::size_t& references) {
     const std::size_t available = map.size() - lists.TypeAt(lists.typeCount);
     for (std::size_t i = 0; i < lists.typeCount; ++i) {
         const std::size_t type = lists.TypeAt(i);
@@ -69,7 +69,7 @@ const char* CountReferences(std::string_view map, const Lists& lists, std::size_
 
 class ReferenceReader {
 public:
-    ReferenceReader(std::string_view mapBytes, const Lists& lists, ResourceMap& map)
+    ReferenceReader(std::string_view mapBytes, const ListPlaces& lists, ResourceMap& map)
         : m_Bytes(mapBytes), m_Lists(lists), m_Map(map), m_DataLeft(map.data.size()) {}
 
     const char* ReadAll() {
@@ -117,13 +117,13 @@ private:
     }
 
     std::string_view m_Bytes;
-    const Lists& m_Lists;
+    const ListPlaces& m_Lists;
     ResourceMap& m_Map;
     std::size_t m_DataLeft;
 };
 
 const char* ReadMap(std::string bytes, ResourceMap& map) {
-    Lists lists;
+    ListPlaces lists;
     if (const char* const problem = ReadLists(bytes, lists)) {
         return problem;
     }

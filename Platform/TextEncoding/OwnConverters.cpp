@@ -17,30 +17,30 @@ namespace {
 
 // ---- Latin-1 and ASCII: the characters below `Limit`, which is 0x100 or 0x80 ---------------------
 
-constexpr std::size_t kBlock = 16;
+constexpr std::size_t kAsciiBlock = 16;
 
 /// Converts whole blocks, up to the first that has a character from `Limit` on.
 template <std::uint32_t Limit>
 void SkimLatinToUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= kBlock && cursor.Space() >= 2 * kBlock) {
+    while (cursor.Left() >= kAsciiBlock && cursor.Space() >= 2 * kAsciiBlock) {
         std::uint32_t all = 0;
-        for (std::size_t i = 0; i < kBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             all |= cursor.from[i];
         }
         if (all >= Limit) {
             return;
         }
-        for (std::size_t i = 0; i < kBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             StoreUnit(cursor.to + 2 * i, cursor.from[i]);
         }
-        cursor.Advance(kBlock, 2 * kBlock);
+        cursor.Advance(kAsciiBlock, 2 * kAsciiBlock);
     }
 }
 
 template <std::uint32_t Limit>
 void SkimLatinFromUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= 2 * kBlock && cursor.Space() >= kBlock) {
-        std::uint16_t units[kBlock];
+    while (cursor.Left() >= 2 * kAsciiBlock && cursor.Space() >= kAsciiBlock) {
+        std::uint16_t units[kAsciiBlock];
         std::memcpy(units, cursor.from, sizeof units);
         std::uint16_t all = 0;
         for (const std::uint16_t unit : units) {
@@ -49,10 +49,10 @@ void SkimLatinFromUtf16(Cursor& cursor) noexcept {
         if (all >= Limit) {
             return;
         }
-        for (std::size_t i = 0; i < kBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             cursor.to[i] = static_cast<unsigned char>(units[i]);
         }
-        cursor.Advance(2 * kBlock, kBlock);
+        cursor.Advance(2 * kAsciiBlock, kAsciiBlock);
     }
 }
 
@@ -101,19 +101,19 @@ constexpr std::uint32_t InOrder(std::uint32_t unit) noexcept {
 /// Copies whole blocks, up to the first that has a surrogate.
 template <bool SwapsInput, bool SwapsOutput>
 void SkimUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= 2 * kBlock && cursor.Space() >= 2 * kBlock) {
+    while (cursor.Left() >= 2 * kAsciiBlock && cursor.Space() >= 2 * kAsciiBlock) {
         std::uint32_t surrogates = 0;
-        for (std::size_t i = 0; i < kBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             const std::uint32_t unit = InOrder<SwapsInput>(LoadUnit(cursor.from + 2 * i));
             surrogates |= static_cast<std::uint32_t>((unit & 0xF800) == 0xD800);
         }
         if (surrogates != 0) {
             return;
         }
-        for (std::size_t i = 0; i < kBlock; ++i) {
+        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
             StoreUnit(cursor.to + 2 * i, InOrder<SwapsInput != SwapsOutput>(LoadUnit(cursor.from + 2 * i)));
         }
-        cursor.Advance(2 * kBlock, 2 * kBlock);
+        cursor.Advance(2 * kAsciiBlock, 2 * kAsciiBlock);
     }
 }
 

@@ -16,7 +16,7 @@ namespace Lum {
 
 namespace {
 
-bool IsBad(ConversionStatus status) noexcept {
+bool HasBadElement(ConversionStatus status) noexcept {
     return status == ConversionStatus::kMalformed || status == ConversionStatus::kUnmappable;
 }
 
@@ -98,7 +98,7 @@ ConversionResult LossyConverter::ConvertAll(std::string_view input, std::span<ch
         result.read += step.read;
         result.written += step.written;
         m_Offset += step.read;
-        if (!IsBad(step.status) && !(isLast && step.status == ConversionStatus::kIncomplete)) {
+        if (!HasBadElement(step.status) && !(isLast && step.status == ConversionStatus::kIncomplete)) {
             break;
         }
         result.read += Replace(rest.substr(step.read), step.status);
