@@ -17,7 +17,7 @@ done
     [ -f "$file" ] || rm "$tree/$file"
 done
 for preset in asan tsan; do
-    (cd "$tree" && cmake --preset $preset -DLUM_BUILD_TOOLS=OFF -DLUM_INSTALL=OFF -DLUM_BUILD_EXAMPLES=OFF) >build/canaries/log 2>&1 ||
+    (cd "$tree" && cmake --preset $preset -DCMAKE_UNITY_BUILD=OFF -DLUM_BUILD_TOOLS=OFF -DLUM_INSTALL=OFF -DLUM_BUILD_EXAMPLES=OFF) >build/canaries/log 2>&1 ||
         { cat build/canaries/log; exit 1; }
 done
 
@@ -63,5 +63,5 @@ for patch in "${patches[@]}"; do
     esac
     cp "$file" "$tree/$file"
 done
-echo "$caught of ${#patches[@]} faults are noticed"
+echo "figure: $caught of ${#patches[@]} faults are noticed"
 exit $failed

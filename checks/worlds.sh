@@ -73,7 +73,8 @@ world() {
     make_root "$1" $suite $gcc "$more" || { echo "the root cannot be made"; return 1; }
     { cmake -S . -B "$build" -G Ninja --toolchain "$root/cmake/World.cmake" -DCMAKE_CXX_COMPILER=clang++-$clang -DLUM_WORLD=$triple \
         -DLUM_WORLD_ROOT="$libraries" -DLUM_WORLD_QEMU=$emulator -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 \
-        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=$tool -DLUM_BUILD_GOOGLETEST=$own \
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DLUM_BUILD_TOOLS=$tool -DLUM_BUILD_GOOGLETEST=$own -DCMAKE_UNITY_BUILD=ON \
+        -DCMAKE_UNITY_BUILD_BATCH_SIZE=12 \
         -DCMAKE_SHARED_LINKER_FLAGS=$linker -DCMAKE_EXE_LINKER_FLAGS=$linker && cmake --build "$build" --target "${targets[@]}"; } >&2 ||
         { echo "not built"; return 1; }
     local emulated=("$emulator" -L "$libraries")

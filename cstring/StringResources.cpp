@@ -27,7 +27,7 @@ struct Entry {
 };
 static_assert(sizeof(Entry) == 4);
 
-struct Slot {
+struct CachedString {
     unsigned int number = 0;  // 0 for none
     bool isFound = false;
     CString text;
@@ -35,7 +35,7 @@ struct Slot {
 
 constexpr std::size_t kSlots = 64;
 /// Lives as long as the process once there is one.
-std::array<Slot, kSlots>* slots = nullptr;
+std::array<CachedString, kSlots>* slots = nullptr;
 
 /// Compatibility: numbers above 8 have odd slots only. Applications rely on which numbers
 /// displace one another.
@@ -161,9 +161,9 @@ bool CString::LoadString(unsigned int id) {
         slots = nullptr;
     }
     if (slots == nullptr) {
-        slots = new std::array<Slot, kSlots>;
+        slots = new std::array<CachedString, kSlots>;
     }
-    Slot& slot = (*slots)[SlotOf(id)];
+    CachedString& slot = (*slots)[SlotOf(id)];
     if (slot.number == id && id != 0) {
         *this = slot.text;
         return slot.isFound;

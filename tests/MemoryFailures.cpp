@@ -382,6 +382,6 @@ int main() {
             }
         }
     }
-    std::printf("%d failures injected, %d faults\n", failures, faults);
+    std::printf("figure: %d failed allocations, %d faults\n", failures, faults);
     return faults == 0 ? 0 : 1;
 }

@@ -23,7 +23,7 @@ constexpr ResType kStringList = 0x53545223;  // 'STR#'
 
 OSErr s_lastError = noErr;
 
-std::string_view TextOf(ConstStr255Param name) {
+std::string_view NameOf(ConstStr255Param name) {
     return name == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(name) + 1, name[0]);
 }
 
@@ -85,7 +85,7 @@ Handle GetResource(ResType type, ResID id) {
 
 Handle Get1NamedResource(ResType type, ConstStr255Param name) {
     OpenFile* const file = Resources::NewestFile();
-    return Load(file, file == nullptr || name == nullptr ? nullptr : file->map.Find(type, TextOf(name)));
+    return Load(file, file == nullptr || name == nullptr ? nullptr : file->map.Find(type, NameOf(name)));
 }
 
 StringHandle GetString(ResID id) { return reinterpret_cast<StringHandle>(GetResource(kString, id)); }
@@ -101,7 +101,7 @@ void GetIndString(Str255 string, ResID list, short index) {
 }
 
 void AddResource(Handle handle, ResType type, ResID id, ConstStr255Param name) {
-    s_lastError = Add(handle, type, id, TextOf(name));
+    s_lastError = Add(handle, type, id, NameOf(name));
 }
 
 void ChangedResource(Handle handle) { s_lastError = Change(handle); }

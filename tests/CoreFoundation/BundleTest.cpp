@@ -107,6 +107,7 @@ TEST_F(Bundle, GivesTheValueOrTheKeyWhereThereIsNoString) {
 }
 
 TEST_F(Bundle, ReadsEveryForm) {
+    const std::string small = "<plist><dict><key>k</key><string>v</string></dict></plist>";
     const std::tuple<std::string, std::string, std::string> rows[] = {
         {"\xEF\xBB\xBF\"k\" = \"v\";", "v", "UTF-8 with a mark"},
         {"\xFE\xFF\0k\0=\0\"\x20\xAC\0\"\0;"s, "\u20AC", "UTF-16, big-endian"},
@@ -114,12 +115,13 @@ TEST_F(Bundle, ReadsEveryForm) {
         {"\"k\" = \"v\xC3\xA9\";", "v\u00E9", "UTF-8"},
         {"", "(none)", "a table of nothing"},
         {"// \"k\" = \"1\";\r/* \" */\"k\"/**/=//\n\"v\" ; // end", "v", "comments"},
-        {"k=v;k = \"last\";", "last", "words, and a key twice"},
+        {"k=v;\u2028k\u2029= \"last\";", "last", "words, blanks of every kind, and a key twice"},
         {"\"k\" = \"\\n\\t\\\"\\\\\\U1234\\q\\UD83D\\UDE00//\";", "\n\t\"\\\u1234q\U0001F600//", "escapes"},
         {"\"\\U006b\"=\"\";", "", "an escape in the key, an empty value"},
         {Xml("<dict>\n<!-- c --><key>k</key><string>&lt;v&#233;<![CDATA[<]]></string></dict>"), "<v\u00E9<", "XML"},
         {"<plist><dict><key>k</key> <string/></dict></plist>", "", "bare XML"},
         {Xml("<dict/>"), "(none)", "XML of nothing"},
+        {std::string((1 << 20) - small.size(), ' ') + small, "v", "the largest XML"},
         {Binary("\x01\x02", {"\x51k", "\x51v"}), "v", "binary"},
         {Binary("\x01\x02", {"\x61\0k"s, "\x62\0\xE9\x20\xAC"s}), "\u00E9\u20AC", "binary, of UTF-16"},
         {Binary("\x01\x02", {"\x51k", "\x5F\x10\x10" + std::string(16, 'v')}), std::string(16, 'v'), "a long count"},

@@ -123,10 +123,10 @@ TEST(Escaping, BlocksGiveWhatSingleBytesGive) {
 TEST(Escaping, EveryUnescaperGivesWhatSingleBytesGive) {
     const auto expectTheSame = [](const std::string& text) {
         const std::string expected = UnescapeSlowly(text, false);
-        ASSERT_EQ(UnescapeExactly(Plain::Unescape<false>, text), expected) << text;
+        ASSERT_EQ(UnescapeExactly(Lum::Internal::Plain::Unescape<false>, text), expected) << text;
         Generated::OnEveryCpu(
             [&](Lum::Internal::CpuTier) { ASSERT_EQ(UnescapeExactly(FastestUnescape(), text), expected) << text; });
-        ASSERT_EQ(UnescapeExactly(Plain::Unescape<true>, text), UnescapeSlowly(text, true)) << text;
+        ASSERT_EQ(UnescapeExactly(Lum::Internal::Plain::Unescape<true>, text), UnescapeSlowly(text, true)) << text;
     };
     // Every two bytes behind a "%", at changing positions of a block and across its end.
     for (unsigned pair = 0; pair < 0x10000; ++pair) {

@@ -14,8 +14,8 @@ namespace {
 using Lum::URI;
 
 // The style that this build's unadorned operations use.
-enum class PathStyle { Win, Mac, Unix };
-constexpr PathStyle kNativePaths = PathStyle::LUM_NATIVE_PATHS;
+enum class Style { Win, Mac, Unix };
+constexpr Style kNativePaths = Style::LUM_NATIVE_PATHS;
 
 TEST(LocalPaths, FromTheThreeStyles) {
     using From = void (URI::*)(URI::StringProxy);

@@ -35,10 +35,10 @@ std::string Explained(const std::string& text) {
 // all of it is printed, what is printed must parse to the same record again.
 void CheckText(const std::string& text, Exposed& reused) {
     URIPieces plain, fast;
-    const bool isPlainRelative = SplitPlainRelative<Plain::Block16>(text, plain);
+    const bool isPlainRelative = SplitPlainRelative<Lum::Internal::Plain::Block16>(text, plain);
     ASSERT_EQ(SplitPlainRelative<Block16>(text, fast), isPlainRelative) << text;
     ASSERT_TRUE(!isPlainRelative || (plain == SplitURI(text) && fast == plain)) << text;
-    ASSERT_TRUE(FindCommonForm<Plain::Block16>(text) == FindCommonForm<Block16>(text)) << text;
+    ASSERT_TRUE(FindCommonForm<Lum::Internal::Plain::Block16>(text) == FindCommonForm<Block16>(text)) << text;
     const bool isValid = reused.ParseURI(text);
     ASSERT_EQ(isValid, ExplainURI(text).code == URIProblemCode::kValid) << text;
     ASSERT_TRUE(isValid ? reused.HoldsPiecesOf(text) : reused.Record() == kEmptyState) << text;

@@ -4,11 +4,11 @@ ROW("CString(units, n)", 1, Last(CString(Block(n.a).data(), n.a)), Filled(n.a, u
 ROW("CString(unit, n)", 1, Last(CString('y', n.a)), Filled(n.a, u'y'))
 ROW("CString(bytes, n)", 1, Last(CString("\xFF", n.a)), Filled(n.a, u'\0'))
 ROW("GetBuffer", 1, WrittenBehind(s, n.a), t + Filled(std::max(n.a, 0) - int(t.size()), u'u'))
-ROW("GetBufferSetLength", 1, (s.GetBufferSetLength(n.a), Text(s)), (t.resize(Block(n.a).size()), t))
-ROW("AllocBuffer", 1, (s.AllocBuffer(n.a), Text(s)), Filled(n.a, u'\0'))
-ROW("AssignCopy", 1, (s.AssignCopy(n.a, Block(n.a).data()), Text(s)), Filled(n.a, u'u'))
-ROW("ConcatInPlace", 1, (s.ConcatInPlace(n.a, Block(n.a).data()), Text(s)), t + Filled(n.a, u'u'))
-ROW("ConcatCopy", 2, (s.ConcatCopy(n.a, Block(n.a).data(), n.b, Block(n.b).data()), Text(s)),
+ROW("GetBufferSetLength", 1, (s.GetBufferSetLength(n.a), U16Text(s)), (t.resize(Block(n.a).size()), t))
+ROW("AllocBuffer", 1, (s.AllocBuffer(n.a), U16Text(s)), Filled(n.a, u'\0'))
+ROW("AssignCopy", 1, (s.AssignCopy(n.a, Block(n.a).data()), U16Text(s)), Filled(n.a, u'u'))
+ROW("ConcatInPlace", 1, (s.ConcatInPlace(n.a, Block(n.a).data()), U16Text(s)), t + Filled(n.a, u'u'))
+ROW("ConcatCopy", 2, (s.ConcatCopy(n.a, Block(n.a).data(), n.b, Block(n.b).data()), U16Text(s)),
     n.a <= 0 && n.b <= 0 ? t : Filled(n.a, u'u') + Filled(n.b, u'u'))
 ROW("AllocCopy", 2, CopiedWithMore(s, n.b, n.a),
     (t = t.substr(n.to, Block(n.a).size()), t.resize(2 * Block(n.a).size()), t))

@@ -21,7 +21,7 @@
 
 namespace {
 
-using Text = std::u16string;
+using U16Text = std::u16string;
 constexpr int kMost = std::numeric_limits<int>::max(), kLeast = std::numeric_limits<int>::min();
 
 /// Two numbers, and both of them clamped to the text.
@@ -30,25 +30,25 @@ struct Numbers {
     std::size_t from, to;
 };
 
-struct Row {
+struct LimitRow {
     const char* name;
     int numbers;  ///< How many it takes.
-    std::function<Text(CString& s, Numbers n)> run;
-    std::function<Text(Text t, Numbers n)> model;
+    std::function<U16Text(CString& s, Numbers n)> run;
+    std::function<U16Text(U16Text t, Numbers n)> model;
 };
 
-Text Digits(std::integral auto number) {
-    return Text(CString::FromUTF8(std::to_string(static_cast<std::ptrdiff_t>(number))));
+U16Text Digits(std::integral auto number) {
+    return U16Text(CString::FromUTF8(std::to_string(static_cast<std::ptrdiff_t>(number))));
 }
 
 /// The text of a string, whose buffer then goes back.
-Text Last(CString s) {
+U16Text Last(CString s) {
     s.LockBuffer();
-    return Text(s);
+    return U16Text(s);
 }
 
 /// As many units; none for a negative number.
-Text Filled(int count, char16_t unit) { return Text(static_cast<std::size_t>(std::max(count, 0)), unit); }
+U16Text Filled(int count, char16_t unit) { return U16Text(static_cast<std::size_t>(std::max(count, 0)), unit); }
 
 /// The same in a block of the exact size.
 std::vector<unsigned short> Block(int count) {
@@ -57,7 +57,7 @@ std::vector<unsigned short> Block(int count) {
 
 /// Runs all rows with pairs of the ends of the types int and short, of each size of a buffer and of the text, and
 /// of what is beside them, from `least` to `most`.
-void CompareAll(const std::vector<Row>& rows, int most) {
+void CompareAll(const std::vector<LimitRow>& rows, int most) {
     for (const int length : {0, 1, 63, 65, 600}) {
         std::vector<int> numbers{kLeast, kLeast + 1, kMost - 1, kMost};
         for (const int size : {0, 64, 128, 256, 512, 1 << 15, 1 << 16, length}) {
@@ -66,12 +66,12 @@ void CompareAll(const std::vector<Row>& rows, int most) {
         std::erase_if(numbers, [most](int number) { return number > most; });
         // What takes the memory that it is asked for gets few second numbers.
         const std::vector<int> others = most == kMost ? numbers : std::vector{kLeast, -1, 0, 1, 65, length};
-        Text t = Filled(length, u'x');
+        U16Text t = Filled(length, u'x');
         for (std::size_t i = 0; i < t.size(); i += 7) {
             t[i] = i % 2 == 0 ? u',' : u'b';
         }
         const auto clamped = [length](int n) { return static_cast<std::size_t>(std::clamp(n, 0, length)); };
-        for (const Row& row : rows) {
+        for (const LimitRow& row : rows) {
             for (const int a : numbers) {
                 for (const int b : row.numbers == 2 ? others : std::vector{0}) {
                     const Numbers n{a, b, clamped(a), clamped(b)};
@@ -84,18 +84,18 @@ void CompareAll(const std::vector<Row>& rows, int most) {
     }
 }
 
-Text Part(const Text& t, int index) {
-    std::size_t from = index < 0 ? Text::npos : 0;
-    for (; index > 0 && from != Text::npos; --index) {
+U16Text Part(const U16Text& t, int index) {
+    std::size_t from = index < 0 ? U16Text::npos : 0;
+    for (; index > 0 && from != U16Text::npos; --index) {
         from = t.find(u',', from);
-        from += from == Text::npos ? 0 : 1;
+        from += from == U16Text::npos ? 0 : 1;
     }
-    return from == Text::npos ? Text() : t.substr(from, std::min(t.find(u',', from), t.size()) - from);
+    return from == U16Text::npos ? U16Text() : t.substr(from, std::min(t.find(u',', from), t.size()) - from);
 }
 
-Text Token(const Text& t, std::size_t from) {
+U16Text Token(const U16Text& t, std::size_t from) {
     const std::size_t first = t.find_first_not_of(u',', from), end = std::min(t.find(u',', first), t.size());
-    return first == Text::npos ? Text(u"-1") : t.substr(first, end - first) + Digits(end + 1);
+    return first == U16Text::npos ? U16Text(u"-1") : t.substr(first, end - first) + Digits(end + 1);
 }
 
 /// What ReleaseBuffer makes of a length.
@@ -104,38 +104,38 @@ int Released(int size, int length) {
     return length == -1 ? size : std::clamp(length, 0, capacity);
 }
 
-Text Changed(const CString& s, int size) { return Digits(size) + Text(s); }
-Text Tokenized(const CString& token, const int& position) { return Text(token) + Digits(position); }
+U16Text Changed(const CString& s, int size) { return Digits(size) + U16Text(s); }
+U16Text Tokenized(const CString& token, const int& position) { return U16Text(token) + Digits(position); }
 
-Text WrittenBehind(CString& s, int size) {
+U16Text WrittenBehind(CString& s, int size) {
     unsigned short* const units = s.GetBuffer(size);
     std::fill_n(units + s.GetLength(), std::max(std::max(size, 0) - s.GetLength(), 0), u'u');
     s.ReleaseBuffer(std::max(size, s.GetLength()));
-    return Text(s);
+    return U16Text(s);
 }
 
 /// A part of as many units, and as many units more.
-Text CopiedWithMore(const CString& s, int start, int count) {
+U16Text CopiedWithMore(const CString& s, int start, int count) {
     CString copy;
     s.AllocCopy(copy, count, start, count);
     return Last(copy);
 }
 
-Text PascalLength(const CString& s, int size) {
+U16Text PascalLength(const CString& s, int size) {
     std::vector<unsigned char> pascal(Block(size).size(), 9);
     s.ToMac(pascal.data(), size);
     return Digits(pascal.empty() ? -1 : int{pascal[0]});
 }
 
-Text HostUnits(const CString& s, int size) {
+U16Text HostUnits(const CString& s, int size) {
     std::vector<unsigned short> units = Block(std::max(size, 0) + 1);
     const CFStringRef string = s.GetCFStringRef(0);
     CFStringGetLPWSTR(string, units.data(), size, 0);
     s.ReleaseCFStringRef(string);
-    return Text(Lum::AsChar16(units.data()));
+    return U16Text(Lum::AsChar16(units.data()));
 }
 
-Text Created(int length) {
+U16Text Created(int length) {
     // Only for a negative length, a 0 unit ends the text.
     const std::vector<unsigned short> units = length < 0 ? std::vector<unsigned short>{0} : Block(length);
     const CFStringRef string = CFStringCreateWithLPCWSTR(units.data(), length, 0);
@@ -146,36 +146,36 @@ Text Created(int length) {
 }
 
 /// What is written to a block of `size` bytes, or of as many as any number needs.
-Text Narrow(const std::function<void(char* to)>& write, int size) {
+U16Text Narrow(const std::function<void(char* to)>& write, int size) {
     std::vector<char> block(static_cast<std::size_t>(std::clamp(size, 0, 24)));
     write(block.data());
-    return Text(block.begin(), std::find(block.begin(), block.end(), '\0'));
+    return U16Text(block.begin(), std::find(block.begin(), block.end(), '\0'));
 }
 
-Text HostBytes(const CString& s, int size) {
+U16Text HostBytes(const CString& s, int size) {
     const CFStringRef string = s.GetCFStringRef(0);
     std::vector<char> bytes(Block(size).size());
     CFStringGetLPSTR(string, bytes.data(), size, 0x0600);
     s.ReleaseCFStringRef(string);
-    return Text(bytes.begin(), std::find(bytes.begin(), bytes.end(), '\0'));
+    return U16Text(bytes.begin(), std::find(bytes.begin(), bytes.end(), '\0'));
 }
 
-Text Inflated(int count) {
+U16Text Inflated(int count) {
     std::vector<unsigned short> units = Block(count);
     const std::string bytes(units.size(), 'x');
     inflateAsciiToLPTSTR(bytes.data(), units.data(), count);
-    return Text(units.begin(), units.end());
+    return U16Text(units.begin(), units.end());
 }
 
 /// How much a stream writes of an input and into an output of these sizes.
-Text Streamed(int input, int output) {
+U16Text Streamed(int input, int output) {
     const std::string from(Block(input).size(), 'x');
     std::vector<char> to(Block(output).size());
     const auto result = Lum::StreamConverter("us-ascii", "iso-8859-1").Convert(from, to);
     return result.read == result.written ? Digits(result.written) : u"more is read than is written";
 }
 
-Text HandleSize(int first, int second) {
+U16Text HandleSize(int first, int second) {
     char** const handle = NewHandle(first);
     SetHandleSize(handle, second);
     const long size = GetHandleSize(handle);
@@ -183,15 +183,15 @@ Text HandleSize(int first, int second) {
     return Digits(size);
 }
 
-#define ROW(name, numbers, given, expected)                                                                \
-    {name, numbers, []([[maybe_unused]] CString& s, [[maybe_unused]] Numbers n) -> Text { return given; }, \
-     []([[maybe_unused]] Text t, [[maybe_unused]] Numbers n) -> Text { return expected; }},
+#define ROW(name, numbers, given, expected)                                                                   \
+    {name, numbers, []([[maybe_unused]] CString& s, [[maybe_unused]] Numbers n) -> U16Text { return given; }, \
+     []([[maybe_unused]] U16Text t, [[maybe_unused]] Numbers n) -> U16Text { return expected; }},
 
-const std::vector<Row> kIndices{
+const std::vector<LimitRow> kIndices{
 #include "tests/cstring/LimitsIndices.h"
 };
 
-const std::vector<Row> kLengths{
+const std::vector<LimitRow> kLengths{
 #include "tests/cstring/LimitsLengths.h"
 };
 

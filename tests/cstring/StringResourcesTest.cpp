@@ -21,12 +21,12 @@ using namespace Files;
 using namespace Lum::Platform;
 using namespace std::string_literals;
 
-constexpr std::uint32_t kLatin1 = 0x0201, kShiftJis = 0x0A01, kUtf8 = 0x08000100;
+constexpr std::uint32_t kLatin1Id = 0x0201, kShiftJis = 0x0A01, kUtf8Id = 0x08000100;
 const CString kBefore = u"before";
 
 struct StringResources : testing::Test {
     StringResources() {
-        SetApplicationTextEncoding(kUtf8);
+        SetApplicationTextEncoding(kUtf8Id);
         SetMainBundle(m_Folder.Path());
         gStrResTableInited = false;
     }
@@ -162,11 +162,11 @@ TEST_F(StringResources, TheIndexIsFoundOnceAndOnRequest) {
 
 TEST_F(StringResources, GoToHandlesAndBack) {
     const std::tuple<std::uint32_t, CString, std::string, const char*> rows[] = {
-        {kLatin1, u"a\u20ACb", "a", "ends before what the encoding does not have"},
+        {kLatin1Id, u"a\u20ACb", "a", "ends before what the encoding does not have"},
         {kShiftJis, u"\u3042\u3044", "\x82\xA0\x82\xA2", "twice as many bytes as units"},
-        {kUtf8, u"\u3042\u3044", "\xE3\x81\x82", "no more than twice, and whole characters"},
-        {kUtf8, u"\U0001F600", "\xF0\x9F\x98\x80", "a pair has four"},
-        {kUtf8, CString(u"a\0b", 3), "a", "up to the first 0"},
+        {kUtf8Id, u"\u3042\u3044", "\xE3\x81\x82", "no more than twice, and whole characters"},
+        {kUtf8Id, u"\U0001F600", "\xF0\x9F\x98\x80", "a pair has four"},
+        {kUtf8Id, CString(u"a\0b", 3), "a", "up to the first 0"},
     };
     for (const auto& [encoding, text, bytes, why] : rows) {
         SetApplicationTextEncoding(encoding);
