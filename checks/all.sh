@@ -41,8 +41,21 @@ tidy() {
     rm -rf build/tidy && mkdir -p build/tidy || return 1
     sources | grep -E '^(Source|Mac|Platform|cstring)/.*\.cpp$' | grep -v ResizeUncleared |
         awk -v lines=10 '{ out = sprintf("build/tidy/%02d.cpp", (NR - 1) / lines); print "#line 1 \"" $0 "\"" >out; while ((getline line <$0) > 0) print line >out }'
-    printf '%s\n' build/tidy/*.cpp | xargs -P "$(nproc)" -n 1 -I{} clang-tidy-14 --quiet --warnings-as-errors='*' {} -- \
-        -std=c++20 -DLUM_NATIVE_PATHS=Mac -Iinclude -I. -Wall -Wextra -Wpedantic -Wconversion -Wshadow 2>&1 | sed '/warnings generated/d'
+    printf '%s\n' build/tidy/*.cpp | xargs -P "$(nproc)" -I{} clang-tidy-14 --quiet --warnings-as-errors='*' \
+        --checks=-readability-duplicate-include {} -- -std=c++20 -DLUM_NATIVE_PATHS=Mac -Iinclude -I. -Wall -Wextra -Wpedantic \
+        -Wconversion -Wshadow 2>&1 | awk '/warnings generated/ { next }
+            match($0, /build\/tidy\/[0-9]+.cpp:[0-9]+/) {
+                split(substr($0, RSTART, RLENGTH), at, ":")
+                find = "head -n " at[2] " " at[1] " | grep -n \"^#line\" | tail -n 1"
+                find | getline line
+                close(find)
+                split(line, from, /[:"]/)
+                sub(/^.*build\/tidy\/[0-9]+.cpp:[0-9]+/, from[3] ":" at[2] - from[1])
+            }
+            { print }'
+}
+includes_once() {
+    sources | xargs awk '/^#include/ && seen[FILENAME $0]++ { print FILENAME ":" FNR ": " $0; bad = 1 } END { exit bad }'
 }
 warn=(-fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 headers() {
@@ -129,6 +142,7 @@ samples() { examples/strings.sh | cmp - examples/strings.rsrc; }
 # belongs to one lane.
 check "sources are formatted" format
 check "includes point downwards" checks/levels.sh
+check "no file includes a header twice" includes_once
 check "g++, optimised: no warning" build release
 {
     check "no case needs more instructions than are committed" ./dev bench --counts

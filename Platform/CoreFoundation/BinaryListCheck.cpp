@@ -21,7 +21,7 @@ constexpr std::uint64_t kLeastBytesPerPair = 8;
 constexpr std::uint64_t kMostTextPerByte = 4;
 constexpr std::uint64_t kTextForFree = 0x10000;
 
-enum Kind : unsigned { kNumber = 0x1, kAscii = 0x5, kUtf16 = 0x6, kDictionary = 0xD };
+enum ElementKind : unsigned { kNumber = 0x1, kAscii = 0x5, kUtf16 = 0x6, kDictionary = 0xD };
 
 class BinaryListChecker {
 public:
