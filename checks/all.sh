@@ -27,7 +27,7 @@ check() {
 
 build() { cmake --preset "$@" && cmake --build --preset "$1"; }
 build_and_test() {
-    build "$1" && ctest --preset "$1" -j "$(nproc)" && grep -h '^figure:' "build/$1/Testing/Temporary/LastTest.log"
+    build "$1" && ctest --preset "$1" -j "$(nproc)" && sed -n '/^figure:/p' "build/$1/Testing/Temporary/LastTest.log"
 }
 # Only what several threads do: the rest says nothing new there.
 threads() {
