@@ -149,7 +149,7 @@ TEST(StringCalls, CompileWithoutCastsAndMeanTheObvious) {
     EXPECT_EQ(s, u"view!\u00E9");
     EXPECT_TRUE(AfxIsValidString(a, 1) && !AfxIsValidString(static_cast<const unsigned short*>(nullptr), 1));
     EXPECT_EQ(CString(static_cast<const unsigned short*>(nullptr), 3).GetLength(), 3);
-    EXPECT_EQ(CString(reinterpret_cast<const char*>(7), 5), u"7") << "the number of a text";
+    EXPECT_EQ(CString(reinterpret_cast<const char*>(4242), 5), u"4242") << "the number of a text";
     static_assert(std::is_nothrow_default_constructible_v<CString> && std::is_nothrow_swappable_v<CString>);
 }
 
