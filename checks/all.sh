@@ -193,13 +193,13 @@ if [ $full = yes ]; then
         check "other projects build against Lum, offline" consumers
         check "PostgreSQL: the extension in a server of its own" postgresql
         check "without exceptions and run-time types" consumer
+        check "ten million executions of the fuzz properties" executions
+        check "lines and branches that tests execute" checks/coverage.sh
         check "cppcheck" checks/cppcheck.sh
     } &
     {
         check "valgrind: the library's tests" valgrind_tests
         check "deliberate faults are noticed" checks/canaries.sh
-        check "ten million executions of the fuzz properties" executions
-        check "lines and branches that tests execute" checks/coverage.sh
         check "other machines, emulated: the library's tests" checks/worlds.sh --library arm64 armhf ppc64el riscv64 amd64
         check "the newest libc++: no warning" newest_libcxx
         LUM_HUGE_TEXTS=1 check "32 bits: the longest texts" build/m32/tests/lum-tests --gtest_filter='Limits*'
