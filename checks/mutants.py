@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Changes one place of the library at a time and says which of these faults (mutants) no test notices.
 
-Usage: mutants.py [--seed N] [--count N] [--jobs N] [--at FILE:LINE]...
-Takes a sample of lines and of one change for each; with --at every change of these lines. Each mutant is built in a
-copy of the tree below build/mutants, and the tests of its folder run first, then all others. Prints a line a mutant,
-and the changes that survived. A survivor of a .cpp file whose optimised code is that of the original is "same".
+Usage: mutants.py [--seed N] [--count N] [--from N] [--jobs N] [--at FILE:LINE]...
+Takes a sample of lines and of one change for each, from the N-th on; with --at every change of these lines. Each mutant
+is built in a copy of the tree below build/mutants, and the tests of its folder run first, then all others. Prints a line
+a mutant, and the changes that survived. A survivor of a .cpp file whose optimised code is that of the original is "same".
 """
 import argparse, collections, concurrent.futures, difflib, json, os, queue, random, re, resource, shutil, subprocess
 
@@ -134,6 +134,7 @@ def main():
     options = argparse.ArgumentParser()
     options.add_argument("--seed", type=int, default=1)
     options.add_argument("--count", type=int, default=100)
+    options.add_argument("--from", type=int, default=0, dest="first")
     options.add_argument("--jobs", type=int, default=2)
     options.add_argument("--at", action="append", default=[])
     options = options.parse_args()
@@ -148,7 +149,7 @@ def main():
     else:
         choice = random.Random(options.seed)
         # Sorted: a file that changes twice in a row is compiled twice and not three times.
-        mutants = sorted(choice.choice(p) for p in choice.sample(places, min(options.count, len(places))))
+        mutants = sorted(choice.choice(p) for p in choice.sample(places, min(options.count, len(places))))[options.first:]
     trees = queue.Queue()
     copies = [Tree(f"build/mutants/{job}/tree") for job in range(options.jobs)]
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
