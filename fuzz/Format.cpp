@@ -128,6 +128,7 @@ private:
         CString alone;
         alone.Format(std::u16string(inOrder.begin(), inOrder.end()).c_str(), value);
         Require(std::u16string_view(alone) == std::u16string(text.begin(), text.end()));
+        alone.LockBuffer();  // An unlocked buffer would stay, and a long run has millions.
         AddPiece("%" + std::to_string(position) + "$" + parts.positioned + conversion, text);
     }
     void AddText(const Parts& parts) {
@@ -157,5 +158,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     string.Format(pieces.format.c_str(), values.width, values.precision, values.number, values.longNumber, values.real,
                   values.longReal, values.text.c_str());
     Require(std::u16string_view(string) == pieces.expected);
+    string.LockBuffer();
     return 0;
 }
