@@ -291,9 +291,8 @@ done
 expect 2 "lum: \"$file\" is the output as well; --in-place replaces a file" \
     bash -c "'$lum' convert --from utf-8 --to utf-8 '$file' >>'$file'"
 expect 0 'http://h/' "$lum" edit --fragment= 'http://h/#x'
-# Several at a time lose nothing of each other.
-for i in 1 2 3 4 5 6; do "$lum" strings "$file-new" --set TEXT "$i" x & done
-wait
+# Several at a time lose nothing of each other, also where the first makes the file and the folder is not named.
+(cd "$(dirname "$file")" && for i in 1 2 3 4 5 6; do "$lum" strings "$(basename "$file")-new" --set TEXT "$i" x & done; wait)
 expect 0 6 bash -c "'$lum' strings --json '$file-new' | wc -l"
 expect 2 'lum: 1x: no file that can be opened' "$lum" strings 1x
 expect 2 'lum: no string number: "1x"' "$lum" strings "$file" 1 1x

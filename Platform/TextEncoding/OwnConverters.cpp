@@ -17,30 +17,30 @@ namespace {
 
 // ---- Latin-1 and ASCII: the characters below `Limit`, which is 0x100 or 0x80 ---------------------
 
-constexpr std::size_t kAsciiBlock = 16;
+constexpr std::size_t kCharactersInBlock = 16;
 
 /// Converts whole blocks, up to the first that has a character from `Limit` on.
 template <std::uint32_t Limit>
 void SkimLatinToUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= kAsciiBlock && cursor.Space() >= 2 * kAsciiBlock) {
+    while (cursor.Left() >= kCharactersInBlock && cursor.Space() >= 2 * kCharactersInBlock) {
         std::uint32_t all = 0;
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        for (std::size_t i = 0; i < kCharactersInBlock; ++i) {
             all |= cursor.from[i];
         }
         if (all >= Limit) {
             return;
         }
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        for (std::size_t i = 0; i < kCharactersInBlock; ++i) {
             StoreUnit(cursor.to + 2 * i, cursor.from[i]);
         }
-        cursor.Advance(kAsciiBlock, 2 * kAsciiBlock);
+        cursor.Advance(kCharactersInBlock, 2 * kCharactersInBlock);
     }
 }
 
 template <std::uint32_t Limit>
 void SkimLatinFromUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= 2 * kAsciiBlock && cursor.Space() >= kAsciiBlock) {
-        std::uint16_t units[kAsciiBlock];
+    while (cursor.Left() >= 2 * kCharactersInBlock && cursor.Space() >= kCharactersInBlock) {
+        std::uint16_t units[kCharactersInBlock];
         std::memcpy(units, cursor.from, sizeof units);
         std::uint16_t all = 0;
         for (const std::uint16_t unit : units) {
@@ -49,10 +49,10 @@ void SkimLatinFromUtf16(Cursor& cursor) noexcept {
         if (all >= Limit) {
             return;
         }
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        for (std::size_t i = 0; i < kCharactersInBlock; ++i) {
             cursor.to[i] = static_cast<unsigned char>(units[i]);
         }
-        cursor.Advance(2 * kAsciiBlock, kAsciiBlock);
+        cursor.Advance(2 * kCharactersInBlock, kCharactersInBlock);
     }
 }
 
@@ -101,19 +101,19 @@ constexpr std::uint32_t InOrder(std::uint32_t unit) noexcept {
 /// Copies whole blocks, up to the first that has a surrogate.
 template <bool SwapsInput, bool SwapsOutput>
 void SkimUtf16(Cursor& cursor) noexcept {
-    while (cursor.Left() >= 2 * kAsciiBlock && cursor.Space() >= 2 * kAsciiBlock) {
+    while (cursor.Left() >= 2 * kCharactersInBlock && cursor.Space() >= 2 * kCharactersInBlock) {
         std::uint32_t surrogates = 0;
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        for (std::size_t i = 0; i < kCharactersInBlock; ++i) {
             const std::uint32_t unit = InOrder<SwapsInput>(LoadUnit(cursor.from + 2 * i));
             surrogates |= static_cast<std::uint32_t>((unit & 0xF800) == 0xD800);
         }
         if (surrogates != 0) {
             return;
         }
-        for (std::size_t i = 0; i < kAsciiBlock; ++i) {
+        for (std::size_t i = 0; i < kCharactersInBlock; ++i) {
             StoreUnit(cursor.to + 2 * i, InOrder<SwapsInput != SwapsOutput>(LoadUnit(cursor.from + 2 * i)));
         }
-        cursor.Advance(2 * kAsciiBlock, 2 * kAsciiBlock);
+        cursor.Advance(2 * kCharactersInBlock, 2 * kCharactersInBlock);
     }
 }
 

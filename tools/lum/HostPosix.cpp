@@ -96,7 +96,8 @@ bool IsSameFile(int descriptor, int other) {
 
 FolderLock::FolderLock(const std::string& file) {
     std::error_code none;
-    const auto folder = std::filesystem::weakly_canonical(file, none).parent_path();
+    // Absolute first: the canonical form of a bare name that is not there yet has no folder.
+    const auto folder = std::filesystem::weakly_canonical(std::filesystem::absolute(file, none), none).parent_path();
     m_Folder = open(folder.c_str(), O_RDONLY | O_CLOEXEC);
     // Some file systems have no locks.
     while (m_Folder >= 0 && flock(m_Folder, LOCK_EX) != 0 && errno == EINTR) {
