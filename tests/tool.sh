@@ -92,7 +92,7 @@ a%0Ab|c%0D|#a\nb\0c\r#escape -0
 file:///a%0Ab|#/a\nb#path --from unix -0
 /Volumes/a_b|#file:///a%%0Ab#path --to unix -0
 /x_y|#http://h/x%%0Ay#parse --null --format {path}#
-h|#x#get -0 host http://h/
+a@b|#x#get -0 non-hierarchical mailto:a@b
 END
 # An answer comes before the next line is asked for.
 # Colors are there where they are asked for, and lines are cut on a terminal only.

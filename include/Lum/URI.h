@@ -222,7 +222,8 @@ public:
     virtual void LocalPathToURIUnix(StringProxy path);
     /// From a drive or UNC path, with slashes or backslashes: "C:/x" gives the path "/C|/x", "//server/x"
     /// the host "server" and the path "/x". Every ":" of the path becomes "|", which SetPath then escapes
-    /// but for a drive's: "C:/x:y" gives "/C|/x%7Cy", and "C:" alone "/C%7C".
+    /// but for a drive's: "C:/x:y" gives "/C|/x%7Cy", and "C:" alone "/C%7C". Device paths are UNC paths
+    /// here: "//?/C:/x" has the host "?", "//./pipe/x" the host ".", and ToLocalPathWin gives them back.
     virtual void LocalPathToURIWin(StringProxy path);
 
     // ---- Setters ---------------------------------------------------------------------------------

@@ -43,11 +43,11 @@ public:
     }
 };
 
-/// The index of a component's name, or as many as there are.
+/// The index of a component by its name in the output or in a sentence, or as many as there are.
 inline std::size_t IndexOfComponent(std::string_view name) {
     const auto components = ParsedURI().Components();
     std::size_t index = 0;
-    while (index < components.size() && components.at(index).name != name) {
+    while (index < components.size() && components.at(index).name != name && components.at(index).Title() != name) {
         ++index;
     }
     return index;

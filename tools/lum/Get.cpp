@@ -28,6 +28,7 @@ void AddGet(CLI::App& app, int& status) {
     for (const Component& component : ParsedURI().Components()) {
         names.emplace_back(component.name);
     }
+    names.emplace_back("non-hierarchical");  // The name of the option of "lum edit".
     command->add_option("COMPONENT", options->component, "Which one")->required()->check(CLI::IsMember(names));
     options->texts.AddArguments(*command, "URI", "The URIs");
     command->callback([options, &status] {
@@ -36,7 +37,8 @@ void AddGet(CLI::App& app, int& status) {
             const ParsedURI uri{Lum::URI::StringProxy(text)};
             const std::string value = uri.Read(index, options->raw);
             if (options->texts.isJson) {
-                WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {options->component, value}});
+                WriteJson(
+                    {{"input", text}, {"valid", uri.IsValidURI()}, {ParsedURI().Components().at(index).name, value}});
             } else {
                 options->texts.Write(value);
             }
