@@ -337,7 +337,8 @@ TEST(CInterface, NullAndUnknownCodesAreAnsweredAndEveryStatusHasAText) {
           lum_uri_resolve(nullptr, "a", 1), lum_uri_relation(object.uri, nullptr, 1, &relation),
           lum_uri_common_parent(object.uri, nullptr, 1, &copy), lum_time_to_fields(0, nullptr),
           lum_time_from_fields(nullptr, &ticks), lum_uri_compare(object.uri, nullptr, &relation),
-          lum_uri_go_up(nullptr), lum_uri_file_name(nullptr, text, 8, &size), lum_uri_from_path("a", 1, 99, &copy),
+          lum_uri_go_up(nullptr), lum_uri_file_name(nullptr, text, 8, &size),
+          lum_uri_from_path("a", 1, LUM_PATH_WIN + 1, &copy),
           lum_uri_get(nullptr, LUM_PATH, LUM_STORED, text, 8, &size),
           lum_uri_next_pair(object.uri, nullptr, text, 8, &size, text, 8, &size)}) {
         EXPECT_EQ(status, LUM_BAD_ARGUMENT);

@@ -23,7 +23,7 @@ TEST(ConvertLossy, ReplacesEachBadElement) {
         {"utf-32be", "us-ascii", "\0\x11\0\0\0\0\0a\0\0"s, "?a?", "four bytes, and what is left"},
         {"shift_jis", "utf-8", "\x81\"\xEF\xFF\x83\x5C", "\uFFFD\"\uFFFDソ", "no ASCII byte is lost"},
         {"gb18030", "utf-8", "\x81\x30\x41\xFF", "\uFFFD0A\uFFFD", "nor in a code of four bytes"},
-        {"big5-hkscs", "us-ascii", "a\x88\x62z", "a?z", "two characters of one code"},
+        {"big5-hkscs", "us-ascii", "a\x88\x62z", "a?z", "a code of two bytes"},
         {"utf-8", "iso-2022-jp", "あ€い", "\x1B$B$\"\x1B(B?\x1B$B$$\x1B(B", "the target's state"},
         {"iso-2022-jp", "iso-8859-1", "\x1B$B$\"!_$$\x1B(Bz", "?\xD7?z", "the source's state"},
         {"utf-7", "shift_jis", "+2D3eAAB6-b", "?zb", "characters that share a byte"},

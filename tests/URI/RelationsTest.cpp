@@ -56,6 +56,7 @@ TEST(Relations, TheNearestDirectoryAboveBoth) {
              {"http://u@h:1/a/b", "http://g/a/b", "http://u@h:1/"},
              {"http://h", "http://h/a", "http://h"},
              {"a/b", "http://h/a", "unknown:"},
+             {"http://h/a", "a/b", "unknown:"},
              {"mailto:a", "mailto:b", "mailto:"},
              {"file:///C|/a/b", "file:///C|/c", "file:///C|/"},
          }) {

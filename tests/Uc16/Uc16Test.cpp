@@ -12,6 +12,7 @@
 #include <climits>
 #include <clocale>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 
 #include <Lum/Platform.h>
@@ -161,6 +162,8 @@ TEST(Numbers, HaveEveryDigitThatIsAskedFor) {
             DemandTheSame(format, value);
         }
     }
+    DemandTheSame("%p", reinterpret_cast<const void*>(UINTPTR_MAX));
+    DemandTheSame("%05d|%05.0d|%05.3d", 7, 7, 7);
 }
 
 TEST(Numbers, FollowTheRoundingModeAsTheCLibraryDoes) {
