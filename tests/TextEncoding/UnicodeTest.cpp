@@ -94,14 +94,16 @@ void ExpectSame(TextConversion::ConvertFunction fast, TextConversion::ConvertFun
 }
 
 TEST(UnicodeConverters, TheFastUtf8GivesWhatThePlainOneGives) {
-    // The first and last characters of each length.
-    const std::string ends[] = {"a",      "\x7F",   "\u0080",     "\u07FF",    "\u0800",
-                                "\uD7FF", "\uFFFF", "\U00010000", "\U0010FFFF"};
+    // The first and last characters of each length, and what is next to them and ill-formed.
+    const std::string ends[] = {
+        "a",          "\x7F",       "\u0080",       "\u07FF",       "\u0800",           "\uD7FF",          "\uFFFF",
+        "\U00010000", "\U0010FFFF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80"};
+    constexpr std::size_t wellFormed = 9;
     std::mt19937 random(3);
     for (int round = 0; round < 1500; ++round) {
         std::string text;
         while (text.size() < 600 && random() % 32 != 0) {
-            const std::string& character = ends[random() % std::size(ends)];
+            const std::string& character = ends[random() % (round % 4 == 1 ? std::size(ends) : wellFormed)];
             for (std::size_t i = random() % 64; i > 0; --i) {
                 text += character;
             }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <sstream>
@@ -47,6 +48,11 @@ TEST(StringEditing, AnEditCopiesWhatIsSharedAndKeepsWhatIsNot) {
         {"SetFromHFSUniStr255", [](CString& s) { s.SetFromHFSUniStr255(&kName); }, u"x"}};
     for (const auto& [name, edit, result] : rows) {
         for (const bool isShared : {false, true}) {
+            // The blocks that come next have held longer texts.
+            for (std::array<CString, 3> longer; CString & text : longer) {
+                text = CString('x', 60);
+                text.LockBuffer();
+            }
             CString s(u" bAc ");
             const CString sharer = isShared ? s : CString();
             const unsigned short* const units = isShared ? s.GetAsUniCharStr() : s.LockBuffer();
@@ -54,6 +60,7 @@ TEST(StringEditing, AnEditCopiesWhatIsSharedAndKeepsWhatIsNot) {
             edit(s);
             const auto& header = reinterpret_cast<const CStringData*>(s.GetAsUniCharStr())[-1];
             EXPECT_EQ(s, result) << name;
+            EXPECT_EQ(s.GetAsUniCharStr()[s.GetLength()], 0) << name;
             EXPECT_TRUE(header.cachedCFString == nullptr && header.refCount == (isShared ? 1 : -1)) << name;
             EXPECT_EQ(s.GetAsUniCharStr() != units, isShared) << name;
             if (isShared) {
@@ -67,6 +74,10 @@ TEST(StringEditing, AnEditCopiesWhatIsSharedAndKeepsWhatIsNot) {
 
 TEST(StringEditing, ResultsAreAsDocumented) {
     CString s(u"abcdef");
+    CString shared('x', 100);
+    const CString first = shared;
+    EXPECT_EQ(shared.Replace(u"xx", u"y"), 50);
+    EXPECT_EQ(reinterpret_cast<const CStringData*>(shared.GetAsUniCharStr())[-1].allocLength, 128) << "as of a copy";
     EXPECT_EQ(s.Delete(1, 2), 6) << "the length from before";
     EXPECT_EQ(s.Delete(2, 100), 4);
     EXPECT_EQ(s.Insert(1, 'x'), 3);
