@@ -78,6 +78,7 @@ TEST(StringEditing, ResultsAreAsDocumented) {
     const CString first = shared;
     EXPECT_EQ(shared.Replace(u"xx", u"y"), 50);
     EXPECT_EQ(reinterpret_cast<const CStringData*>(shared.GetAsUniCharStr())[-1].allocLength, 128) << "as of a copy";
+    EXPECT_EQ(shared.Replace('y', 'z'), 50);
     EXPECT_EQ(s.Delete(1, 2), 6) << "the length from before";
     EXPECT_EQ(s.Delete(2, 100), 4);
     EXPECT_EQ(s.Insert(1, 'x'), 3);
@@ -191,7 +192,8 @@ TEST(StringSearching, FindsUnitsAndTexts) {
     EXPECT_EQ(s.FindOneOf(u"xcb"), 1) << "one of a set";
     EXPECT_EQ(s.SpanIncluding(u"cab") + s.SpanExcluding(u"c"), u"abcabcab") << "those before the first other one";
     EXPECT_EQ(CString(u"a\0b", 3).Find(u"b"), 2) << "behind a 0 unit";
-    EXPECT_EQ(CString(u"ABC").CompareNoCase(u"abd"), -1) << "case ignored";
+    EXPECT_EQ(CString(u"aBc").CompareNoCase(u"AbC"), 0) << "case ignored";
+    EXPECT_EQ(CString(u"ABC").CompareNoCase(u"abd"), -1);
     EXPECT_EQ(CString(u"\u00C9").CompareNoCase(u"\u00E9"), -1) << "but not beyond ASCII";
     EXPECT_EQ(CString(u"a").CompareNoCase(u"AB"), -1) << "shorter";
     EXPECT_EQ(CString(u"ab").CompareNoCase(u"A"), 1) << "longer";
@@ -221,7 +223,7 @@ TEST(StringParts, AreNumberedFromZero) {
     EXPECT_EQ(s.GetPartRange(':', 1, -1), u"b:c:d") << "to the end";
     EXPECT_EQ(s.GetPartRange(':', 2, 6), u"c:d::") << "parts that are not there are empty";
     EXPECT_EQ(s.GetPartRange(':', -2, 1), u"::a") << "on this side too";
-    EXPECT_EQ(s.GetPartRange(':', 5, 8), u"::") << "nothing but such";
+    EXPECT_EQ(s.GetPartRange(':', 5, 8) + s.GetPartRange(':', -4, -2), u":::") << "nothing but such";
     EXPECT_EQ(s.GetPartRange(':', 0, -1) + s.GetPartRange(':', 0, 4), s + s) << "all of them";
     EXPECT_EQ(CString(u"a:").GetPartRange(':', 1, 2), u"") << "an empty one";
     EXPECT_EQ(CString(u"a::b::::c").GetPart(CString(u"::"), 2), u"") << "a delimiter of two units";
