@@ -63,8 +63,13 @@ protected:
     std::vector<short> m_Open;
 };
 
-/// A file whose last reserved byte, which is the application's, is not 0.
-std::string Marked(const std::vector<Files::Row>& rows) { return Fork(rows).replace(255, 1, "*"); }
+/// A file whose attributes and last reserved byte, which is the application's, are not 0.
+std::string Marked(const std::vector<Files::Row>& rows) {
+    const std::string file = Fork(rows);
+    const auto number = [&](std::size_t at) { return static_cast<std::size_t>(static_cast<unsigned char>(file[at])); };
+    const std::size_t map = number(6) << 8 | number(7);
+    return std::string(file).replace(255, 1, "*").replace(map + 22, 2, "\x81\x1F");
+}
 
 const std::string kFile = Marked({{"TEXT", 128, "abc"}, {"STR ", -1, "\x01\xE9", "Some Thing", 0x20}});
 
