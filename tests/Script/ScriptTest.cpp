@@ -20,6 +20,7 @@ TEST_F(Script, FollowsTheLocale) {
     const std::tuple<const char*, ScriptCode, LangCode, TextEncoding> rows[] = {
         {"C", smRoman, langEnglish, 0x08000100},
         {"fr_FR.ISO8859-1@euro", smRoman, langEnglish, 0x0201},
+        {"fr_FR.ISO8859_10", smRoman, langEnglish, 0x020A},
         {"fr_FR.no-such-code-set", smRoman, langEnglish, 0x08000100},
         {"C.ANSI_X3.4-1968", smRoman, langEnglish, 0x0600},
         {"ja", smJapanese, langJapanese, 0x08000100},
