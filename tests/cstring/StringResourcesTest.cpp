@@ -162,7 +162,7 @@ TEST_F(StringResources, TheIndexIsFoundOnceAndOnRequest) {
 
 TEST_F(StringResources, GoToHandlesAndBack) {
     const std::tuple<std::uint32_t, CString, std::string, const char*> rows[] = {
-        {kLatin1Id, u"a\u20ACb", "a", "ends before what the encoding does not have"},
+        {kLatin1Id, u"a\u20ACbcdef", "a", "ends before what the encoding does not have"},
         {kShiftJis, u"\u3042\u3044", "\x82\xA0\x82\xA2", "twice as many bytes as units"},
         {kUtf8Id, u"\u3042\u3044", "\xE3\x81\x82", "no more than twice, and whole characters"},
         {kUtf8Id, u"\U0001F600", "\xF0\x9F\x98\x80", "a pair has four"},
