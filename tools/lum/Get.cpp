@@ -27,18 +27,20 @@ void AddGet(CLI::App& app, int& status) {
     std::vector<std::string> names;
     for (const Component& component : ParsedURI().Components()) {
         names.emplace_back(component.name);
+        if (component.Title() != component.name) {
+            names.emplace_back(component.Title());
+        }
     }
-    names.emplace_back("non-hierarchical");  // The name of the option of "lum edit".
     command->add_option("COMPONENT", options->component, "Which one")->required()->check(CLI::IsMember(names));
     options->texts.AddArguments(*command, "URI", "The URIs");
     command->callback([options, &status] {
         const std::size_t index = IndexOfComponent(options->component);
+        const std::string_view name = ParsedURI().Components().at(index).name;
         options->texts.ForEach([&](std::string_view text) {
             const ParsedURI uri{Lum::URI::StringProxy(text)};
             const std::string value = uri.Read(index, options->raw);
             if (options->texts.isJson) {
-                WriteJson(
-                    {{"input", text}, {"valid", uri.IsValidURI()}, {ParsedURI().Components().at(index).name, value}});
+                WriteJson({{"input", text}, {"valid", uri.IsValidURI()}, {name, value}});
             } else {
                 options->texts.Write(value);
             }
